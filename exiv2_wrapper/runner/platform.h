@@ -1,0 +1,185 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <span>
+#include <string>
+#include <string_view>
+
+/// All that the library asks of the operating system. platform_win32.cpp and platform_posix.cpp
+/// fulfil it, function by function in this order; they hold calls and error codes, no decisions.
+namespace exiv2_wp::internal {
+
+/// 0, or the platform's error code (GetLastError, errno).
+using ErrorCode = std::uint32_t;
+
+/// Text as the platform's own path type holds it: UTF-16 on Windows, bytes elsewhere. Tool
+/// arguments travel in this form, so that any file name reaches the tool as the file system has it.
+using NativeString = std::filesystem::path::string_type;
+
+/// Owns one platform handle (a HANDLE or a descriptor) and closes it when it dies. Moves, never
+/// copies. Holds the native value as an integer, so that this header needs neither type.
+class Handle {
+public:
+    static constexpr std::intptr_t kNone = -1;
+
+    Handle() = default;
+    explicit Handle(std::intptr_t value) : value_(value) {}
+    Handle(Handle&& other) noexcept : value_(other.release()) {}
+    Handle& operator=(Handle&& other) noexcept;
+    Handle(const Handle&) = delete;
+    Handle& operator=(const Handle&) = delete;
+    ~Handle() { close(); }
+
+    [[nodiscard]] bool isOpen() const { return value_ != kNone; }
+    [[nodiscard]] std::intptr_t value() const { return value_; }
+    /// Gives the native value up without closing it.
+    std::intptr_t release();
+    /// Closes at once; does nothing when it holds nothing.
+    void close();
+
+private:
+    std::intptr_t value_ = kNone;
+};
+
+struct Pipe {
+    Handle readEnd;
+    Handle writeEnd;
+};
+
+/// A started child process. On POSIX a child that nobody has waited for is waited for when its
+/// owner dies, so that none is left behind; the owner therefore lets go of the child's pipe first.
+class Process {
+public:
+    Process() = default;
+    /// `process` is a process handle or a process id, `thread` a thread handle or Handle::kNone.
+    Process(std::intptr_t process, std::intptr_t thread) : process_(process), thread_(thread) {}
+    Process(Process&& other) noexcept;
+    Process& operator=(Process&& other) noexcept;
+    Process(const Process&) = delete;
+    Process& operator=(const Process&) = delete;
+    ~Process() { close(); }
+
+    [[nodiscard]] bool isStarted() const { return process_ != Handle::kNone; }
+    [[nodiscard]] std::intptr_t value() const { return process_; }
+    /// Windows: closes the thread's handle, then the process's. POSIX: reaps the child.
+    void close();
+    /// Forgets the child without closing or reaping anything.
+    void release();
+
+private:
+    std::intptr_t process_ = Handle::kNone;
+    std::intptr_t thread_ = Handle::kNone;
+};
+
+/// What Handle::close does with a value that is open.
+void closeHandle(std::intptr_t handle);
+
+/// What Process::close does with a child that was started.
+void closeProcess(std::intptr_t process, std::intptr_t thread);
+
+/// A new pipe of the platform's default size. On Windows both ends can be inherited; on POSIX no
+/// other child ever inherits either end, whichever thread starts it, and neither end takes the
+/// place of a standard descriptor that the host has closed.
+[[nodiscard]] ErrorCode makePipe(Pipe& pipe);
+
+/// Keeps this end from every child started later. On POSIX it is so from birth.
+[[nodiscard]] ErrorCode keepFromChildren(const Handle& end);
+
+/// Starts `tool` with `arguments` (the program's name not among them), without a window: standard
+/// output goes to `output`, standard input and error are the host's own, the environment and the
+/// current directory too. The cost doesn't depend on how much memory the host has.
+/// On POSIX a standard input or error that the host has closed, or has marked as closed on exec, is
+/// the null device for the child; no descriptor but these three is inherited; the child starts with
+/// no signal blocked and with SIGPIPE and SIGCHLD at their defaults, while the host's own signal
+/// settings stay as they are.
+[[nodiscard]] ErrorCode startRun(const std::filesystem::path& tool,
+                                 std::span<const NativeString> arguments, const Handle& output,
+                                 Process& process);
+
+/// Reads at most buffer.size() bytes; blocks until some arrive. 0: end of file, or a failed read.
+[[nodiscard]] std::size_t readSome(const Handle& readEnd, std::span<char> buffer);
+
+/// Waits for the child's end, without limit, and returns its exit code; 1 when the code can't be
+/// learnt. On POSIX that is the case for a child ended by a signal, and for every child of a host
+/// that ignores SIGCHLD or waits for children that aren't its own.
+[[nodiscard]] std::uint32_t waitForExitCode(Process& process);
+
+/// Writes all bytes; blocks while the pipe is full. On POSIX a reader that is gone is an error like
+/// any other: no SIGPIPE reaches the host, and its signal settings stay as they are.
+[[nodiscard]] ErrorCode writeAll(const Handle& writeEnd, std::string_view bytes);
+
+/// A tool that is started once and stays, and what ends it with the host. On POSIX a closed `job`
+/// ends the tool at once, killed host included; it goes before the two processes, which are then
+/// reaped.
+struct Service {
+    Process process;
+    Process guard;  ///< POSIX: the process that ends the tool when the host has ended
+    Handle job;     ///< Windows: the job object. POSIX: the guard's lifeline to the host
+};
+
+/// Starts `tool` with `arguments` (plain ASCII, a blank before each), hidden, with standard input
+/// from `input`, standard output and error to `output`, in the host's environment and current
+/// directory. On Windows the path is not quoted.
+/// On POSIX its guard is started first, and the tool joins the guard's process group: the guard
+/// reads the lifeline, which only the host holds, and kills the group when it ends. That needs no
+/// thread of the host to stay, leaves no moment in which a killed host leaves a tool behind, and
+/// can't hit another process, since the group's number isn't given away while the guard lives. Both
+/// inherit no descriptor but those named, and start with the signals that `startRun` promises.
+[[nodiscard]] ErrorCode startService(const std::filesystem::path& tool, std::string_view arguments,
+                                     const Handle& input, const Handle& output, Service& service);
+
+/// Makes the job, tells it to end its processes with the host, and puts the tool into it. On POSIX
+/// all three have been done by `startService`.
+[[nodiscard]] ErrorCode createJob(Service& service);
+[[nodiscard]] ErrorCode killJobWithHost(const Service& service);
+[[nodiscard]] ErrorCode assignToJob(const Service& service);
+
+/// Lets go of what is only needed to start the tool: on Windows its process and thread handles.
+void settleService(Service& service);
+
+/// How many processes of the tool are alive.
+[[nodiscard]] ErrorCode countActiveProcesses(const Service& service, std::uint32_t& count);
+
+/// For a tool that has been asked to quit and whose pipes are closed. On Windows the job handle is
+/// given up without closing it, which would end a tool that is still at quitting; the system closes
+/// it with the host. On POSIX it waits for the tool's end, for a second at most: then the guard
+/// ends it. No process is left behind.
+void endService(Service& service);
+
+/// This process's id: after a fork, what the parent started isn't the child's to end.
+[[nodiscard]] std::uint32_t currentProcessId();
+
+/// The 8.3 form of a path; empty where there is none, as everywhere on POSIX.
+[[nodiscard]] std::filesystem::path shortPath(const std::filesystem::path& path);
+
+/// The full path of the module that holds this library; empty when it can't be learnt.
+[[nodiscard]] std::filesystem::path libraryFile();
+
+/// UTF-8 to wide text. Returns the number of wide characters that the text has, written to `wide`
+/// when that is not empty (it must then be large enough); 0 or less when the platform refuses.
+/// Malformed bytes become U+FFFD.
+[[nodiscard]] int widenUtf8(std::string_view utf8, std::span<wchar_t> wide);
+
+/// The path in narrow form, as log lines show it. On Windows UTF-8 when the C locale's code page
+/// is UTF-8, otherwise the code page of the file functions (ANSI or OEM), with a substitute for
+/// what that page lacks; the standard library's own conversion differs between compilers and may
+/// throw. On POSIX the path's bytes.
+[[nodiscard]] std::string narrowPath(const std::filesystem::path& path);
+
+/// The path that a narrow text stands for, read as narrowPath writes it. Raises std::system_error
+/// for text that isn't valid in that code page. On POSIX the bytes, whatever they are.
+[[nodiscard]] std::filesystem::path pathFromNarrow(std::string_view narrow);
+
+/// The path in wide form. On POSIX malformed bytes become U+FFFD.
+[[nodiscard]] std::wstring widePath(const std::filesystem::path& path);
+
+/// The path as UTF-8, different for different paths. On Windows a lone surrogate becomes the three
+/// bytes that it would have as a code point. On POSIX the path's bytes.
+[[nodiscard]] std::string utf8Path(const std::filesystem::path& path);
+
+/// The path as UTF-8 by the host's own conversion, for ExifTool. On POSIX the path's bytes.
+[[nodiscard]] std::string hostUtf8Path(const std::filesystem::path& path);
+
+}  // namespace exiv2_wp::internal

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+namespace test_support {
+
+/// The files in `folder` whose names end in `suffix`, sorted; one empty path when there are none,
+/// so that the tests of a missing folder can say so.
+inline std::vector<std::filesystem::path> listFiles(const std::filesystem::path& folder,
+                                                    const std::string& suffix = "") {
+    std::vector<std::filesystem::path> files;
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
+        const std::string name = entry.path().filename().string();
+        if (name.ends_with(suffix) && !name.ends_with(".md")) {
+            files.push_back(entry.path());
+        }
+    }
+    std::sort(files.begin(), files.end());
+    if (files.empty()) {
+        files.emplace_back();
+    }
+    return files;
+}
+
+/// The folder of recorded print-outs (scripts/record_printouts.sh), which the environment variable
+/// EXIV2_WRAPPER_PRINTOUTS names; empty without it.
+inline std::filesystem::path printoutFolder() {
+    const char* const folder = std::getenv("EXIV2_WRAPPER_PRINTOUTS");
+    return folder == nullptr ? "" : folder;
+}
+
+inline std::string readFile(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+/// A test's name for a photo.
+inline std::string photoName(const ::testing::TestParamInfo<std::filesystem::path>& photo) {
+    std::string name = photo.param.empty() ? "None" : photo.param.filename().string();
+    std::replace_if(
+        name.begin(), name.end(),
+        [](char c) { return std::isalnum(static_cast<unsigned char>(c)) == 0; }, '_');
+    return name;
+}
+
+}  // namespace test_support
+
+/// Ends a test that lacks what it needs: skipped at the desk, failed where CI is set.
+#define SKIP_OR_FAIL(message)         \
+    if (std::getenv("CI") != nullptr) \
+        FAIL() << (message);          \
+    GTEST_SKIP() << (message)

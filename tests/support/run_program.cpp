@@ -1,0 +1,33 @@
+#include "support/run_program.h"
+
+#include <fstream>
+#include <iterator>
+#include <ostream>
+
+namespace test_support {
+
+namespace {
+
+std::string readFile(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+}  // namespace
+
+void PrintTo(const ProgramResult& result, std::ostream* stream) {
+    *stream << "exit code " << result.exitCode << "\nstandard output:\n"
+            << result.output << "\nstandard error:\n"
+            << result.error;
+}
+
+ProgramResult runProgram(const std::filesystem::path& program,
+                         const std::vector<NativeString>& arguments,
+                         const std::filesystem::path& folder) {
+    const std::filesystem::path output = folder / "standard-output";
+    const std::filesystem::path error = folder / "standard-error";
+    const int exitCode = runIntoFiles(program, arguments, output, error);
+    return {exitCode, readFile(output), readFile(error)};
+}
+
+}  // namespace test_support

@@ -1,0 +1,87 @@
+#include "support/stand_in_scenario.h"
+
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <fstream>
+#include <iterator>
+#include <string_view>
+#include <thread>
+
+namespace stand_in {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string readFile(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+// A gate is a file that the test makes when it lets the tool go on.
+void waitForGate(const fs::path& directory, const std::string& gate) {
+    while (!gate.empty() && !fs::exists(directory / gate)) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+}
+
+// Writes what the rule says to both outputs, as often as it says.
+bool writeOutputs(const fs::path& directory, const Json& rule) {
+    const std::string error = rule.value("error", "");
+    if (!error.empty()) {
+        platform::write(2, readFile(directory / error));
+    }
+    const std::string output = rule.value("output", "");
+    const std::string bytes = output.empty() ? std::string() : readFile(directory / output);
+    for (int i = 0; i < rule.value("repeat", 1); ++i) {
+        if (!platform::write(1, bytes)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void echoInput() {
+    std::array<char, 4096> buffer{};
+    while (const std::size_t count = platform::read(buffer.data(), buffer.size())) {
+        platform::write(1, {buffer.data(), count});
+    }
+}
+
+}  // namespace
+
+Json readScenario(const fs::path& directory) {
+    return Json::parse(readFile(directory / "scenario.json"));
+}
+
+NativeString nativeText(const std::string& utf8) {
+    return fs::u8path(utf8).native();
+}
+
+void record(const fs::path& directory, const std::string& kind, const std::string& bytes) {
+    static int sequence = 0;
+    const auto now = std::chrono::steady_clock::now().time_since_epoch().count();
+    std::array<char, 96> name{};
+    std::snprintf(name.data(), name.size(), "%020lld-%08lu-%06d-%s", static_cast<long long>(now),
+                  platform::processId(), sequence++, kind.c_str());
+    fs::create_directories(directory / "record");
+    const fs::path unfinished = directory / ("unfinished-" + std::string(name.data()));
+    std::ofstream(unfinished, std::ios::binary) << bytes;
+    fs::rename(unfinished, directory / "record" / name.data());
+}
+
+int playRule(const fs::path& directory, const Json& rule) {
+    waitForGate(directory, rule.value("gate", ""));
+    writeOutputs(directory, rule);
+    if (rule.value("echoInput", false)) {
+        echoInput();
+    }
+    waitForGate(directory, rule.value("gateBehindOutput", ""));
+    if (const int signal = rule.value("signal", 0); signal != 0) {
+        platform::dieBySignal(signal);
+    }
+    return rule.value("exitCode", 0);
+}
+
+}  // namespace stand_in
