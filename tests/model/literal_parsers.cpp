@@ -1,0 +1,230 @@
+#include "model/literal_parsers.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cmath>
+#include <cstdlib>
+#include <locale>
+#include <sstream>
+#include <vector>
+
+namespace test_support {
+
+namespace {
+
+using exiv2_wp::internal::CliExifMetadata;
+using exiv2_wp::internal::CliExifTag;
+
+bool isClassicSpace(char c) {
+    return std::isspace(c, std::locale::classic());
+}
+
+std::string lower(std::string text) {
+    std::use_facet<std::ctype<char>>(std::locale::classic())
+        .tolower(text.data(), text.data() + text.size());
+    return text;
+}
+
+std::string trim(const std::string& text) {
+    const auto begin = std::find_if_not(text.begin(), text.end(), isClassicSpace);
+    const auto end = std::find_if_not(text.rbegin(), text.rend(), isClassicSpace).base();
+    return begin < end ? std::string(begin, end) : std::string();
+}
+
+std::vector<std::string> splitLines(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line, '\n');) {
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+std::vector<std::string> splitWords(const std::string& text) {
+    std::vector<std::string> words;
+    std::istringstream stream(text);
+    stream.imbue(std::locale::classic());
+    for (std::string word; stream >> word;) {
+        words.push_back(word);
+    }
+    return words;
+}
+
+bool parseSigned(const std::string& word, std::int64_t& number) {
+    std::size_t at = 0;
+    bool isNegative = false;
+    if (at < word.size() && (word[at] == '+' || word[at] == '-')) {
+        isNegative = word[at] == '-';
+        ++at;
+    }
+    if (at == word.size()) {
+        return false;
+    }
+    std::uint64_t sum = 0;
+    for (; at < word.size(); ++at) {
+        if (word[at] < '0' || word[at] > '9') {
+            return false;
+        }
+        sum = sum * 10 + static_cast<std::uint64_t>(word[at] - '0');
+    }
+    number = static_cast<std::int64_t>(isNegative ? ~sum + 1 : sum);
+    return true;
+}
+
+bool isDropped(const std::string& key, const std::string& type) {
+    const std::string lowerKey = lower(key);
+    return lowerKey == "exif.photo.makernote" || lowerKey == "exif.image.makernote" ||
+           (lowerKey.find(".makernote") != std::string::npos && type == "undefined");
+}
+
+void readNumbers(CliExifTag& tag) {
+    const bool isRational = tag.type == "rational" || tag.type == "srational";
+    for (const std::string& word : splitWords(tag.value)) {
+        std::int64_t first = 0;
+        std::int64_t second = 0;
+        if (!isRational) {
+            if (parseSigned(word, first)) {
+                tag.integers.push_back(first);
+            }
+            continue;
+        }
+        const std::size_t slash = word.find('/');
+        if (slash == std::string::npos || slash == 0 || slash + 1 == word.size()) {
+            continue;
+        }
+        if (parseSigned(word.substr(0, slash), first) &&
+            parseSigned(word.substr(slash + 1), second)) {
+            tag.rationals.emplace_back(first, second);
+        }
+    }
+}
+
+void readLine(const std::string& line, CliExifMetadata& record) {
+    std::istringstream stream(line);
+    stream.imbue(std::locale::classic());
+    CliExifTag tag;
+    std::string count;
+    if (!(stream >> tag.key >> tag.type >> count)) {
+        return;
+    }
+    tag.type = lower(tag.type);
+    std::int64_t number = 0;
+    if (parseSigned(count, number) && number >= 1 && number <= 2147483647) {
+        tag.count = static_cast<std::int32_t>(number);
+    }
+    std::getline(stream >> std::ws, tag.value);
+    tag.value = trim(tag.value);
+    if (isDropped(tag.key, tag.type)) {
+        return;
+    }
+    readNumbers(tag);
+    record.tags.emplace(tag.key, tag);
+}
+
+void setFNumber(CliExifMetadata& record) {
+    for (const char* const maker : {"Photo", "Image", "Pentax", "PentaxDng", "Samsung2"}) {
+        const auto tag = record.tags.find("Exif." + std::string(maker) + ".FNumber");
+        if (tag != record.tags.end() && !tag->second.rationals.empty()) {
+            const auto& rational = tag->second.rationals[0];
+            record.fNumber =
+                static_cast<float>(rational.first) / static_cast<float>(rational.second);
+            return;
+        }
+    }
+}
+
+void setLensId(CliExifMetadata& record) {
+    for (const char* const name : {"CanonCs.LensType",
+                                   "Photo.LensModel",
+                                   "Canon.LensModel",
+                                   "NikonLd1.LensIDNumber",
+                                   "NikonLd2.LensIDNumber",
+                                   "NikonLd3.LensIDNumber",
+                                   "NikonLd4.LensID",
+                                   "NikonLd4.LensIDNumber",
+                                   "Pentax.LensType",
+                                   "PentaxDng.LensType",
+                                   "Minolta.LensID",
+                                   "SonyMinolta.LensID",
+                                   "Sony1.LensID",
+                                   "Sony2.LensID",
+                                   "Sony1.LensSpec",
+                                   "Sony2.LensSpec",
+                                   "OlympusEq.LensType",
+                                   "Panasonic.LensType",
+                                   "Samsung2.LensType",
+                                   "Photo.LensSpecification",
+                                   "Nikon3.Lens"}) {
+        const std::string key = "Exif." + std::string(name);
+        const auto tag = record.tags.find(key);
+        if (tag == record.tags.end() || tag->second.integers.empty()) {
+            continue;
+        }
+        const std::int64_t id = tag->second.integers[0];
+        if (key.find("Exif.NikonLd4") != std::string::npos || id > 0) {
+            record.lensId = static_cast<std::int32_t>(static_cast<std::uint64_t>(id) & 0xFFFFFFFFU);
+            return;
+        }
+    }
+}
+
+std::string findValue(const std::vector<std::string>& lines, const std::string& label) {
+    for (const std::string& line : lines) {
+        if (line.compare(0, label.size(), label) == 0) {
+            const std::size_t colon = line.find(':');
+            return colon == std::string::npos ? std::string() : line.substr(colon + 2);
+        }
+    }
+    return {};
+}
+
+// A text without a number, or with one out of range, leaves the number alone. Unlike std::stof,
+// which refuses denormal numbers on some systems.
+bool convert(const std::string& text, float& number) {
+    char* end = nullptr;
+    errno = 0;
+    const float value = std::strtof(text.c_str(), &end);
+    if (end == text.c_str() || (errno == ERANGE && (value == 0 || std::isinf(value)))) {
+        return false;
+    }
+    number = value;
+    return true;
+}
+
+}  // namespace
+
+bool literalParsePrintAllOutput(const std::string& output, CliExifMetadata& record) {
+    if (output.empty()) {
+        return true;
+    }
+    for (std::string line : splitLines(output)) {
+        if (!line.empty() && line.back() == '\r') {
+            line.pop_back();
+        }
+        line = trim(line);
+        if (!line.empty()) {
+            readLine(line, record);
+        }
+    }
+    setFNumber(record);
+    setLensId(record);
+    return !record.tags.empty();
+}
+
+bool literalParseSummaryOutput(const std::string& output, CliExifMetadata& record) {
+    const std::vector<std::string> lines = splitLines(output);
+    const std::string lensName = findValue(lines, "Lens name");
+    if (!lensName.empty()) {
+        record.lensName = lensName;
+    }
+    convert(findValue(lines, "Focal length"), record.focalLength);
+    float step = 0;
+    if (convert(findValue(lines, "Subject distance"), step)) {
+        const auto distance =
+            static_cast<float>(std::pow(10.0, static_cast<double>(step) / 0.4) * 0.01);
+        record.subjectDistance = distance > 10000.0F ? 10000.0F : distance;
+    }
+    return true;
+}
+
+}  // namespace test_support
