@@ -1,0 +1,108 @@
+#include "exiv2_wrapper/exiftool/request_protocol.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <new>
+#include <optional>
+
+namespace exiftool::internal {
+
+namespace {
+
+constexpr std::string_view kCharset = "-charset\nfilename=utf8\n";
+constexpr std::string_view kExecute = "-execute\n";
+constexpr std::string_view kMarker = "{ready}";
+constexpr std::string_view kFinalMarker = " {ready}";
+
+// More in one read could take the beginning of what belongs to the next answer.
+constexpr std::size_t kChunkSize = 511;
+
+// Moves what stands between two of them in one piece; without any it only looks.
+void eraseCarriageReturns(std::string& text) {
+    std::size_t kept = text.find('\r');
+    for (std::size_t found = kept; found != std::string::npos;) {
+        const std::size_t next = text.find('\r', found + 1);
+        const std::size_t end = std::min(next, text.size());
+        const auto begin = text.begin() + static_cast<std::ptrdiff_t>(found + 1);
+        std::copy(begin, text.begin() + static_cast<std::ptrdiff_t>(end),
+                  text.begin() + static_cast<std::ptrdiff_t>(kept));
+        kept += end - (found + 1);
+        found = next;
+    }
+    text.resize(std::min(kept, text.size()));
+}
+
+using Chunk = std::array<char, kChunkSize>;
+
+// What the next read brings, up to a zero byte in it; no value at the end.
+std::optional<std::string_view> readChunk(ToolChannel& channel, Chunk& chunk) {
+    const std::size_t count = channel.read(chunk);
+    if (count == 0) {
+        return std::nullopt;
+    }
+    const std::string_view bytes(chunk.data(), count);
+    return bytes.substr(0, bytes.find('\0'));
+}
+
+// Reads what is left of an answer that memory doesn't suffice for, without allocating: the next
+// request would otherwise take it for its own. `answer` was kept, `bytes` in `chunk` couldn't be.
+void skipRestOfAnswer(ToolChannel& channel, std::string_view answer, std::string_view bytes,
+                      Chunk& chunk) {
+    std::size_t matched = 0;  // bytes of the marker
+    const auto completesMarker = [&matched](std::string_view text) {
+        for (const char c : text) {
+            const std::size_t restarted = c == kMarker.front() ? 1 : 0;
+            matched = c == kMarker[matched] ? matched + 1 : restarted;
+            if (matched == kMarker.size()) {
+                return true;
+            }
+        }
+        return false;
+    };
+    static_cast<void>(completesMarker(answer));
+    for (std::optional<std::string_view> next = bytes; next && !completesMarker(*next);) {
+        next = readChunk(channel, chunk);
+    }
+}
+
+}  // namespace
+
+std::string frameRequest(const std::vector<std::string>& lines) {
+    std::string request(kCharset);
+    for (const std::string& line : lines) {
+        request += line;
+        request += '\n';
+    }
+    request += kExecute;
+    return request;
+}
+
+std::string readAnswer(ToolChannel& channel) {
+    std::string answer;
+    Chunk chunk{};
+    while (const auto bytes = readChunk(channel, chunk)) {
+        // A marker that is new must reach into the new chunk; all before it was searched already.
+        const std::size_t searched =
+            answer.size() < kMarker.size() ? 0 : answer.size() - (kMarker.size() - 1);
+        try {
+            answer += *bytes;
+        } catch (const std::bad_alloc&) {
+            skipRestOfAnswer(channel, answer, *bytes, chunk);
+            throw;
+        }
+        if (answer.find(kMarker, searched) != std::string::npos) {
+            break;
+        }
+    }
+    return answer;
+}
+
+void trimAnswer(std::string& answer) {
+    eraseCarriageReturns(answer);
+    if (answer.ends_with(kFinalMarker)) {
+        answer.resize(answer.size() - kFinalMarker.size());
+    }
+}
+
+}  // namespace exiftool::internal
