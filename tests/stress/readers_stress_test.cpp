@@ -1,0 +1,180 @@
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <random>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "exiv2_wrapper/exiv2_wrapper.h"
+#include "stress/quick_tools.h"
+#include "support/this_process.h"
+
+/// Every exported reader at once, on many threads and more files than the cache holds.
+namespace exiv2_wp {
+namespace {
+
+using test_support::countOpenHandles;
+using test_support::hasChildren;
+using test_support::kHandlesKeptForThreads;
+using test_support::QuickTools;
+using test_support::stressCalls;
+
+constexpr int kThreads = 16;
+constexpr int kFiles = 400;
+constexpr int kWindow = 100;  // files that are asked for more often at a time
+
+struct Photo {
+    std::filesystem::path file;
+    std::string name;
+    bool isReadable;
+    bool isRaising;  ///< its reading ends in an exception
+};
+
+Photo makePhoto(const std::filesystem::path& folder, int number) {
+    constexpr const char* kKinds[] = {"failing", "raising", "slow"};
+    const int kind = number % 10;
+    const std::string name =
+        "photo-" + std::to_string(number) + "-" + (kind < 3 ? kKinds[kind] : "readable") + ".nef";
+    return {folder / name, name, kind > 1, kind == 1};
+}
+
+/// One call about one photo: false when its result is impossible.
+using Call = bool (*)(const Photo& photo);
+
+bool summarizes(const Photo& photo) {
+    int calls = 0;
+    std::string model;
+    createImageMetadata(photo.file, [&](const SExivMetadataInfo& info) {
+        ++calls;
+        model = info.cameraModel;
+    });
+    return photo.isReadable ? calls == 1 && model == photo.name : calls == 0;
+}
+
+bool readsOrientation(const Photo& photo) {
+    int orientation = 0;
+    readExiv2Orientation(photo.file, [&](int value) { orientation = value; });
+    return orientation == (photo.isReadable ? 6 : 0);
+}
+
+bool readsLens(const Photo& photo) {
+    std::string lens;
+    int tags = 0;
+    readExiv2Info(
+        photo.file, "Canon", "EOS 5D", [&](const SLensInfo& info) { lens = info.lensName; },
+        [](const SMetadataExiv&) {}, [&] { ++tags; });
+    return photo.isReadable ? lens == "lens of " + photo.name && tags == 6 : tags == 0;
+}
+
+bool readsBatch(const Photo& photo) {
+    const exivBatchValue batch = readExiv2Win(photo.file);
+    return photo.isReadable ? batch.dateTime && *batch.dateTime == "2021:07:04 18:30:05"
+                            : batch.dateTime == nullptr;
+}
+
+bool knowsNoTiffRaw(const Photo& photo) {
+    return !isTiffRaw(photo.file);
+}
+
+bool readsTags(const Photo& photo) {
+    const ExivReader reader(photo.file.string());
+    std::string model;
+    const bool isFound = reader.getRawExifTag("Exif.Image.Model", model);
+    const auto xmp = reader.getXMPData();
+    return photo.isReadable ? isFound && model == photo.name && xmp.size() == 1
+                            : !isFound && xmp.empty();
+}
+
+bool readsBytes(const Photo& photo) {
+    const ExivReader reader(photo.file.string());
+    std::int32_t size = 0;
+    unsigned char* data = nullptr;
+    const bool isFound = reader.getRawExifTag("Exif.Image.Make", &size, &data);
+    ::operator delete(data);
+    return photo.isReadable || photo.isRaising ? isFound && size == 3 : !isFound && size == 0;
+}
+
+bool readsPreview(const Photo& photo) {
+    TopBottomOffset offset{};
+    std::string payload;
+    const bool isTaken = readExiv2Thumbnail(
+        photo.file, "", 640, 480, offset, [](int, int, int) {}, nullptr,
+        [&](const unsigned char* bytes, std::uint64_t count, const TopBottomOffset&) {
+            payload.assign(bytes, bytes + count);
+            return true;
+        },
+        nullptr);
+    return photo.isReadable || photo.isRaising ? isTaken && payload == photo.name : !isTaken;
+}
+
+bool knowsCropFactor(const Photo&) {
+    return getCropFactor("Canon ", "PowerShot S100") == 6.44F;
+}
+
+// Those that always start the tool come once each, those that ask the cache more often.
+constexpr Call kCalls[] = {summarizes, summarizes, summarizes,   readsOrientation, readsLens,
+                           readsLens,  readsBatch, readsBatch,   knowsNoTiffRaw,   readsTags,
+                           readsTags,  readsBytes, readsPreview, knowsCropFactor};
+
+// A reading that raises does so for one caller; those who wait for it get nothing.
+bool isPossible(Call call, const Photo& photo) {
+    try {
+        return call(photo);
+    } catch (const std::out_of_range&) {
+        return photo.isRaising;
+    }
+}
+
+class Readers : public ::testing::Test {
+protected:
+    void SetUp() override {
+        for (int i = 0; i < kFiles; ++i) {
+            photos.push_back(makePhoto(tools.path(), i));
+        }
+        ASSERT_TRUE(initialize(tools.path()));
+    }
+
+    // A photo of the window that moves through all of them with the calls' number, or any.
+    const Photo& choose(std::mt19937& random, int number) const {
+        const auto begin = static_cast<unsigned long>(number) / 10;
+        const auto offset = random() % (random() % 4 == 0 ? kFiles : kWindow);
+        return photos[(begin + offset) % kFiles];
+    }
+
+    // Makes so many calls on all threads; counts the impossible results.
+    int call(int count) const {
+        std::atomic<int> next = 0;
+        std::atomic<int> impossible = 0;
+        std::vector<std::thread> threads;
+        for (unsigned thread = 0; thread < kThreads; ++thread) {
+            threads.emplace_back([&, thread] {
+                std::mt19937 random(thread);
+                for (int number = next++; number < count; number = next++) {
+                    const Call reader = kCalls[random() % std::size(kCalls)];
+                    impossible += isPossible(reader, choose(random, number)) ? 0 : 1;
+                }
+            });
+        }
+        for (std::thread& thread : threads) {
+            thread.join();
+        }
+        return impossible;
+    }
+
+    QuickTools tools;
+    std::vector<Photo> photos;
+};
+
+// Each thread may leave a handle to the threads library for later ones; a leak would be thousands.
+TEST_F(Readers, AnswerRightOnManyThreadsAndLeaveNothing) {
+    EXPECT_EQ(call(100), 0);  // brings to life what the system makes once for threads
+    const std::size_t before = countOpenHandles();
+    EXPECT_EQ(call(stressCalls()), 0);
+    EXPECT_LE(countOpenHandles(), before + kHandlesKeptForThreads * kThreads);
+    EXPECT_FALSE(hasChildren());
+}
+
+}  // namespace
+}  // namespace exiv2_wp
