@@ -1,0 +1,72 @@
+# shellcheck shell=bash
+# Sourced by the scripts: which Debian packages they need, and how those get onto the machine.
+
+# To build the library and its command-line tool.
+# shellcheck disable=SC2034 # used by those who source this
+packages_build=(cmake ninja-build g++ libcli11-dev nlohmann-json3-dev)
+# The two tools that the library drives.
+# shellcheck disable=SC2034
+packages_tools=(exiv2 libimage-exiftool-perl)
+# For the demo: the companion's library, and a maker of fresh images.
+# shellcheck disable=SC2034
+packages_demo=(libexiv2-dev netpbm)
+# To build and run every test, natively and as a Windows program under Wine, and to check the sources.
+# shellcheck disable=SC2034
+packages_tests=(
+    git googletest libbenchmark-dev libexiv2-dev libjpeg-turbo-progs
+    g++-mingw-w64-x86-64-posix wine wine64
+    clang-format clang-tidy shellcheck pkgconf
+)
+# To build and run the fuzzers.
+# shellcheck disable=SC2034
+packages_fuzz=(clang llvm libclang-rt-dev)
+# To measure how much of the library the tests reach.
+# shellcheck disable=SC2034
+packages_coverage=(gcovr)
+# To build the Windows library by Clang too.
+# shellcheck disable=SC2034
+packages_clang=(clang lld)
+# To look at photoinfo's report as its readers do, in a browser without a window.
+# shellcheck disable=SC2034
+packages_browser=(chromium fonts-dejavu-core)
+# To read the exported header's documentation as pages.
+# shellcheck disable=SC2034
+packages_docs=(doxygen)
+# To build and run the benchmarks, and to print their table.
+# shellcheck disable=SC2034
+packages_benchmarks=(libbenchmark-dev jq)
+
+as_root() {
+    if [[ $(id -u) == 0 ]]; then
+        "$@"
+    elif command -v sudo >/dev/null; then
+        sudo "$@"
+    else
+        echo "Only root may do this, and there is no sudo: $*" >&2
+        return 1
+    fi
+}
+
+is_installed() {
+    [[ $(dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null) == installed ]]
+}
+
+# install_missing PACKAGE...: installs those that aren't there; a machine that has all isn't touched.
+install_missing() {
+    local package
+    local missing=()
+    if ! command -v dpkg-query >/dev/null; then
+        echo "This is not Debian; please provide what these packages hold: $*" >&2
+        return 0
+    fi
+    for package in "$@"; do
+        is_installed "$package" || missing+=("$package")
+    done
+    if ((${#missing[@]} == 0)); then
+        return 0
+    fi
+    echo "Installing ${missing[*]}"
+    as_root apt-get --quiet=2 update </dev/null >/dev/null
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get --quiet=2 install --yes \
+        --no-install-recommends "${missing[@]}" </dev/null >/dev/null
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "support/run_program.h"
+#include "support/tool_directory.h"
+
+namespace test_support {
+
+/// The folder with the real exiftool.exe: the installed tool on POSIX, under the name that the
+/// library looks for; the Windows build of the tool under Wine. Empty where there is none.
+std::filesystem::path realToolFolder();
+
+/// Puts the real tool into another folder too.
+void copyRealToolTo(const std::filesystem::path& folder);
+
+/// What the real tool prints when it is run by itself, file names given as UTF-8: standard output
+/// and error, without carriage returns.
+ProgramResult runRealTool(const std::vector<std::string>& arguments);
+
+/// The camera files that tests read, sorted; empty where the folder is missing.
+std::vector<std::filesystem::path> photos();
+
+/// A path as UTF-8.
+std::string utf8(const std::filesystem::path& path);
+
+}  // namespace test_support
+
+/// Ends a test that can't run here. Continuous integration has everything and must never get here.
+#define SKIP_UNLESS(condition, what)                    \
+    if (!(condition)) {                                 \
+        if (std::getenv("CI") != nullptr) {             \
+            FAIL() << "missing: " << (what);            \
+        }                                               \
+        GTEST_SKIP() << "skipped, missing: " << (what); \
+    }

@@ -1,0 +1,102 @@
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <thread>
+
+#include "exiftool/host_program.h"
+#include "exiftool/processes.h"
+#include "real_exiftool/real_tool.h"
+
+namespace test_support {
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::string kMarkerLine = "log|0|readTags: ignoring line: |{ready}\n";
+
+// The real tool in folders and with photos of awkward names, each in a host of its own.
+class RealToolLife : public ::testing::Test {
+protected:
+    void SetUp() override {
+        SKIP_UNLESS(!realToolFolder().empty(), "the real exiftool");
+        SKIP_UNLESS(fs::exists(photo), photo.string());
+    }
+
+    [[nodiscard]] fs::path photoNamed(const std::u8string& name) const {
+        fs::path copy = folder.path() / name;
+        fs::copy_file(photo, copy);
+        return copy;
+    }
+
+    [[nodiscard]] static std::string makeReadBy(const fs::path& tool, const fs::path& file) {
+        return runHost({"init", utf8(tool), "tags", utf8(file), "-Make"}).output;
+    }
+
+    static bool allEnd(const std::set<unsigned long>& processes) {
+        const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(2);
+        for (const unsigned long process : processes) {
+            while (isProcessAlive(process)) {
+                if (std::chrono::steady_clock::now() > limit) {
+                    return false;
+                }
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            }
+        }
+        return true;
+    }
+
+    const std::string expected = "init 1\n" + kMarkerLine + "tags Make=Canon\n";
+    fs::path photo = fs::path(PHOTOS) / "Canon_40D.jpg";
+    TemporaryDirectory folder{"real-tool-"};
+};
+
+TEST_F(RealToolLife, ReadsAPhotoWithBlanksInItsPath) {
+    EXPECT_EQ(makeReadBy(realToolFolder(), photoNamed(u8"a photo  of mine.jpg")), expected);
+}
+
+TEST_F(RealToolLife, ReadsAPhotoWhosePathIsNotAscii) {
+    EXPECT_EQ(makeReadBy(realToolFolder(), photoNamed(u8"F\u00f6t\u00f6 \u5199\u771f.jpg")),
+              expected);
+}
+
+// Of letters that the ANSI code page knows: Wine tells a program its long path even when it is
+// started by the short one, and the tool looks for its files by that path in the ANSI code page.
+TEST_F(RealToolLife, RunsInAFolderWhosePathIsNotAscii) {
+    const fs::path tool = folder.path() / u8"W\u00e9rkzeug-\u00df";
+    copyRealToolTo(tool);
+    EXPECT_EQ(makeReadBy(tool, photo), expected);
+}
+
+TEST_F(RealToolLife, EndsWithAHostThatIsKilled) {
+    const fs::path tool = folder.path() / "tool";
+    copyRealToolTo(tool);
+    const std::set<unsigned long> before = exiftoolProcesses(tool);
+    const fs::path ready = folder.path() / "ready";
+    const fs::path go = folder.path() / "go";
+    std::future<ProgramResult> host = startHost({"init", utf8(tool), "tags", utf8(photo), "-Make",
+                                                 "touch", utf8(ready), "wait", utf8(go), "die"});
+    while (!fs::exists(ready)) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    std::set<unsigned long> running = exiftoolProcesses(tool);
+    for (const unsigned long other : before) {
+        running.erase(other);
+    }
+    EXPECT_FALSE(running.empty());
+
+    static_cast<void>(folder.makeFile("go"));
+
+    EXPECT_NE(host.get().exitCode, 0);
+    EXPECT_TRUE(allEnd(running));
+}
+
+TEST_F(RealToolLife, IsGoneAfterUninitialize) {
+    EXPECT_EQ(runHost({"init", utf8(realToolFolder()), "tags", utf8(photo), "-Make", "uninit",
+                       "tags", utf8(photo), "-Make"})
+                  .output,
+              expected + "uninit\ntags\n");
+}
+
+}  // namespace
+}  // namespace test_support
