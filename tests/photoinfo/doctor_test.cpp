@@ -1,0 +1,173 @@
+#include <set>
+
+#include "photoinfo/photoinfo_fixture.h"
+
+namespace test_support {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr auto kConfirmation = "    1 image files updated\n";
+
+/// Both stand-ins in one folder, working until a test says otherwise.
+class PhotoinfoDoctor : public PhotoinfoProgramTest {
+protected:
+    void letExiv2Work() {
+        tool.answer({"--version"}, {.output = "exiv2 0.27.6\nand more\n"});
+        tool.answerMetadata("Exif.Image.Model  Ascii  6  probe\n");
+        tool.answer({"-ep"}, {.output = "8 8 0 0 0 0\nbytes"});
+    }
+    static void letWork(ToolDirectory& exiftool) {
+        exiftool.answerRequest("-ExifToolVersion",
+                               {.answer = {.output = "ExifToolVersion: 12.57\n"}});
+        exiftool.answerRequest("-Model", {.answer = {.output = "Model: probe\n"}});
+        exiftool.answerRequest("-TagsFromFile", {.answer = {.output = kConfirmation}});
+    }
+    [[nodiscard]] ProgramResult doctor() const { return runWith(tool, {native("doctor")}); }
+
+    [[nodiscard]] std::string report(const std::vector<std::string>& lines) const {
+        std::string text = shown(tool.path()) + "\n";
+        for (const std::string& line : lines) {
+            text += "  " + line + "\n";
+        }
+        return text;
+    }
+
+    ToolDirectory tool;
+};
+
+TEST_F(PhotoinfoDoctor, FindsNothingWrongWithAGoodToolDirectory) {
+    letExiv2Work();
+    ToolDirectory exiftool("exiftool.exe", tool);
+    letWork(exiftool);
+
+    EXPECT_EQ(doctor(),
+              (ProgramResult{
+                  0,
+                  report({"exiv2.exe           ok: found", "exiv2 starts        ok: exiv2 0.27.6",
+                          "exiv2 reads         ok: the metadata of a photo",
+                          "exiv2 previews      ok: the preview call is known",
+                          "exiftool.exe        ok: found", "exiftool stays      ok: exiftool 12.57",
+                          "exiftool reads      ok: the tags of a photo",
+                          "exiftool copies     ok: metadata into an image"}),
+                  ""}));
+}
+
+TEST_F(PhotoinfoDoctor, WarnsOfAToolWithoutThePreviewCall) {
+    tool.answer({"-ep"}, {.exitCode = 1});
+    letExiv2Work();
+    ToolDirectory exiftool("exiftool.exe", tool);
+    letWork(exiftool);
+
+    const ProgramResult result = doctor();
+
+    EXPECT_EQ(result.exitCode, 6);
+    EXPECT_NE(result.output.find("  exiv2 previews      missing: the preview call is not known; "
+                                 "the exiv2 companion knows it\n"),
+              std::string::npos);
+}
+
+TEST_F(PhotoinfoDoctor, MissesBothTools) {
+    const ProgramResult result =
+        run({native("doctor"), native("--tools"), scratch.path().native()});
+
+    EXPECT_EQ(result, (ProgramResult{3,
+                                     shown(scratch.path()) + "\n"
+                                                             "  exiv2.exe           missing\n"
+                                                             "  exiv2 starts        not tried\n"
+                                                             "  exiv2 reads         not tried\n"
+                                                             "  exiv2 previews      not tried\n"
+                                                             "  exiftool.exe        missing\n"
+                                                             "  exiftool stays      not tried\n"
+                                                             "  exiftool reads      not tried\n"
+                                                             "  exiftool copies     not tried\n",
+                                     ""}));
+}
+
+TEST_F(PhotoinfoDoctor, SeesThatExiv2DoesNotStart) {
+    tool.answer({"--version"}, {.exitCode = 1});
+    ToolDirectory exiftool("exiftool.exe", tool);
+    letWork(exiftool);
+
+    const ProgramResult result = doctor();
+
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_NE(result.output.find("  exiv2 starts        failed\n  exiv2 reads         not tried\n"),
+              std::string::npos);
+    EXPECT_NE(result.output.find("  exiftool copies     ok"), std::string::npos);
+}
+
+TEST_F(PhotoinfoDoctor, SeesThatExiv2DoesNotRead) {
+    tool.answerMetadata("Exif.Image.Model  Ascii  6  other\n");
+    letExiv2Work();
+
+    const ProgramResult result = doctor();
+
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_NE(result.output.find("  exiv2 reads         failed\n  exiv2 previews      not tried\n"),
+              std::string::npos);
+}
+
+TEST_F(PhotoinfoDoctor, SeesThatExiftoolEndsAtOnce) {
+    letExiv2Work();
+    ToolDirectory exiftool("exiftool.exe", tool);
+    exiftool.live({.exitAtStart = true});
+
+    const ProgramResult result = doctor();
+
+    EXPECT_EQ(result.exitCode, 5);
+    EXPECT_NE(result.output.find("  exiftool stays      failed\n  exiftool reads      not tried\n"),
+              std::string::npos);
+}
+
+TEST_F(PhotoinfoDoctor, SeesThatExiftoolDoesNotCopy) {
+    letExiv2Work();
+    ToolDirectory exiftool("exiftool.exe", tool);
+    exiftool.answerRequest("-TagsFromFile", {});
+    letWork(exiftool);
+
+    const ProgramResult result = doctor();
+
+    EXPECT_EQ(result.exitCode, 5);
+    EXPECT_NE(result.output.find("  exiftool copies     failed\n"), std::string::npos);
+}
+
+TEST_F(PhotoinfoDoctor, WritesJson) {
+    letExiv2Work();
+
+    const ProgramResult result = runWith(tool, {native("doctor"), native("--json")});
+
+    const Json document = Json::parse(result.output);
+    EXPECT_EQ(result.exitCode, 5);
+    EXPECT_EQ(document.at("tools"), Json(shown(tool.path())));
+    EXPECT_EQ(document.at("checks").size(), 8U);
+    EXPECT_EQ(document.at("checks").at(1),
+              (Json{{"check", "exiv2 starts"}, {"state", "ok"}, {"detail", "exiv2 0.27.6"}}));
+    EXPECT_EQ(document.at("checks").at(4),
+              (Json{{"check", "exiftool.exe"}, {"state", "missing"}, {"detail", nullptr}}));
+}
+
+TEST_F(PhotoinfoDoctor, AsksAboutAPhotoOfItsOwnAndRemovesIt) {
+    letExiv2Work();
+
+    (void)doctor();
+
+    std::set<fs::path> folders;
+    for (const Arguments& call : tool.calls()) {
+        if (call.front() == native("-ep")) {
+            folders.insert(fs::path(call.at(1)).parent_path());
+        } else if (call.size() > 1) {
+            folders.insert(fs::path(call.back()).parent_path());
+        }
+    }
+    ASSERT_EQ(folders.size(), 1U);
+    EXPECT_FALSE(fs::exists(*folders.begin()));
+}
+
+TEST_F(PhotoinfoDoctor, NeedsAToolDirectory) {
+    EXPECT_EQ(run({native("doctor")}),
+              (ProgramResult{2, "", "photoinfo: doctor: name the folder with --tools DIR\n"}));
+}
+
+}  // namespace
+}  // namespace test_support

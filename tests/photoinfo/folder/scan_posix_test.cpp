@@ -1,0 +1,213 @@
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/ioctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+
+#include "photoinfo/photoinfo_fixture.h"
+
+extern char** environ;
+
+namespace test_support {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr auto kPrintAll = "Exif.Image.Model  Ascii  2  A\n";
+
+/// A program in a process group of its own, as a shell starts it on a terminal.
+class ForegroundProgram {
+public:
+    ForegroundProgram(std::vector<std::string> words, const fs::path& output,
+                      const fs::path& error) {
+        std::vector<char*> argv;
+        for (std::string& word : words) {
+            argv.push_back(word.data());
+        }
+        argv.push_back(nullptr);
+        constexpr int kNewFile = O_WRONLY | O_CREAT | O_TRUNC;
+        posix_spawn_file_actions_t actions;
+        posix_spawn_file_actions_init(&actions);
+        posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, output.c_str(), kNewFile, 0600);
+        posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, error.c_str(), kNewFile, 0600);
+        posix_spawnattr_t attributes;
+        posix_spawnattr_init(&attributes);
+        posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
+        posix_spawnattr_setpgroup(&attributes, 0);
+        posix_spawn(&child_, argv.front(), &actions, &attributes, argv.data(), environ);
+        posix_spawnattr_destroy(&attributes);
+        posix_spawn_file_actions_destroy(&actions);
+    }
+    /// What a terminal does: every process of the group gets the signal.
+    void pressCtrlC() const { ::kill(-child_, SIGINT); }
+    int wait() const {
+        int status = 0;
+        ::waitpid(child_, &status, 0);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    }
+
+private:
+    pid_t child_ = 0;
+};
+
+std::string bytesOf(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+class PhotoinfoScanOnPosix : public PhotoinfoTest {
+protected:
+    [[nodiscard]] std::vector<std::string> words(const char* command) const {
+        return {PHOTOINFO, "--tools", tool.path(), command, photos.path(), "--jobs", "1"};
+    }
+    [[nodiscard]] std::vector<std::string> scannedFiles() const {
+        std::vector<std::string> files;
+        const std::string document = photoinfo({"scan", photos.path().native(), "--json"}).output;
+        for (const Json& photo : Json::parse(document)) {
+            files.push_back(
+                fs::path(photo.at("file").get<std::string>()).lexically_relative(photos.path()));
+        }
+        return files;
+    }
+
+    TemporaryDirectory photos;
+    fs::path output = scratch.path() / "output";
+    fs::path error = scratch.path() / "error";
+};
+
+using Files = std::vector<std::string>;
+
+TEST_F(PhotoinfoScanOnPosix, StopsAtCtrlCWithWhatItHas) {
+    const fs::path first = photos.makeFile("a.jpg");
+    const fs::path second = photos.makeFile("b.jpg");
+    (void)photos.makeFile("c.jpg");
+    tool.answerMetadata(kPrintAll, "", first);
+    tool.answer({"-PXEkycv"}, {.gate = "never"}, second);
+    const ForegroundProgram program(words("scan"), output, error);
+
+    constexpr std::size_t kUntilTheSecondPhoto = 4;
+    ASSERT_TRUE(tool.waitForCalls(kUntilTheSecondPhoto));
+    program.pressCtrlC();
+
+    EXPECT_EQ(program.wait(), 130);
+    EXPECT_EQ(bytesOf(error), "photoinfo: stopped after 1 of 3 photos\n");
+    EXPECT_NE(bytesOf(output).find(first.native() + "  A"), std::string::npos);
+    EXPECT_EQ(bytesOf(output).find(second), std::string::npos);
+}
+
+TEST_F(PhotoinfoScanOnPosix, WritesNoReportAfterCtrlC) {
+    (void)photos.makeFile("a.jpg");
+    const fs::path report = scratch.makeFile("report.html", "an earlier one");
+    tool.answer({"-PXEkycv"}, {.gate = "never"});
+    tool.answer({"-ep"}, {.output = "8 8 0 0 0 0\nprobe"});
+    std::vector<std::string> arguments = words("report");
+    arguments.insert(arguments.end(), {"-o", report});
+    const ForegroundProgram program(arguments, output, error);
+
+    constexpr std::size_t kUntilThePhoto = 3;
+    ASSERT_TRUE(tool.waitForCalls(kUntilThePhoto));
+    program.pressCtrlC();
+
+    EXPECT_EQ(program.wait(), 130);
+    EXPECT_EQ(bytesOf(error), "photoinfo: " + report.native() +
+                                  " is not written\n"
+                                  "photoinfo: stopped after 0 of 1 photo\n");
+    EXPECT_EQ(bytesOf(report), "an earlier one");
+}
+
+TEST_F(PhotoinfoScanOnPosix, ShowsItsProgressOnATerminalAndWipesItAway) {
+    (void)photos.makeFile("a.jpg");
+    const int terminal = ::posix_openpt(O_RDWR | O_NOCTTY);
+    ASSERT_GE(terminal, 0);
+    ASSERT_EQ(::grantpt(terminal), 0);
+    ASSERT_EQ(::unlockpt(terminal), 0);
+    // Held open, so that what was written stays to be read.
+    const int held = ::open(::ptsname(terminal), O_RDWR | O_NOCTTY);
+    const winsize size{24, 60, 0, 0};
+    ASSERT_EQ(::ioctl(held, TIOCSWINSZ, &size), 0);
+
+    (void)ForegroundProgram(words("scan"), output, ::ptsname(terminal)).wait();
+
+    std::string shownText(4096, '\0');
+    const ssize_t count = ::read(terminal, shownText.data(), shownText.size());
+    shownText.resize(count > 0 ? static_cast<std::size_t>(count) : 0);
+    ::close(held);
+    ::close(terminal);
+    EXPECT_EQ(shownText.find("\r[>                                       ] 0/1"), 0U) << shownText;
+    EXPECT_EQ(shownText.back(), '\r');
+    EXPECT_EQ(shownText[shownText.size() - 2], ' ');
+}
+
+TEST_F(PhotoinfoScanOnPosix, FollowsNoLinksToFoldersAndIsCaughtInNoLoop) {
+    (void)photos.makeFile("a.jpg");
+    fs::create_directory(photos.path() / "below");
+    fs::create_directory_symlink(photos.path(), photos.path() / "below" / "loop");
+    fs::create_symlink(photos.path() / "self", photos.path() / "self");
+
+    EXPECT_EQ(scannedFiles(), Files{"a.jpg"});
+}
+
+TEST_F(PhotoinfoScanOnPosix, TakesALinkToAPhotoForOne) {
+    fs::create_symlink(scratch.makeFile("target"), photos.path() / "a.jpg");
+
+    EXPECT_EQ(scannedFiles(), Files{"a.jpg"});
+}
+
+TEST_F(PhotoinfoScanOnPosix, ReportsALinkThatLeadsNowhere) {
+    fs::create_symlink(photos.path() / "nowhere", photos.path() / "a.jpg");
+
+    EXPECT_EQ(photoinfo({"scan", photos.path().native()}),
+              (ProgramResult{4, "",
+                             "photoinfo: " + (photos.path() / "a.jpg").native() +
+                                 ": no such file\n"
+                                 "photoinfo: 1 of 1 photo could not be asked about\n"}));
+}
+
+TEST_F(PhotoinfoScanOnPosix, PassesOverPipes) {
+    ASSERT_EQ(::mkfifo((photos.path() / "pipe.jpg").c_str(), 0600), 0);
+
+    EXPECT_EQ(scannedFiles(), Files{});
+}
+
+// The library would give the second photo the first one's answer.
+TEST_F(PhotoinfoScanOnPosix, RefusesNamesThatDifferOnlyInLetterCase) {
+    const fs::path first = photos.makeFile("A.JPG");
+    const fs::path second = photos.makeFile("a.jpg");
+    tool.answerMetadata(kPrintAll);
+
+    const ProgramResult result = photoinfo({"scan", photos.path().native()});
+
+    EXPECT_EQ(result.exitCode, 4);
+    EXPECT_EQ(result.error, "photoinfo: " + second.native() +
+                                ": differs only in letter case from " + first.native() +
+                                "\nphotoinfo: 1 of 2 photos could not be asked about\n");
+}
+
+TEST_F(PhotoinfoScanOnPosix, ReportsAFolderThatCannotBeReadAndGoesOn) {
+    (void)photos.makeFile("a.jpg");
+    fs::create_directory(photos.path() / "closed");
+    fs::permissions(photos.path() / "closed", fs::perms::none);
+    std::vector<std::string> arguments = words("scan");
+    if (::geteuid() == 0) {  // who may read every folder
+        fs::permissions(photos.path(), fs::perms::all);
+        fs::permissions(tool.path(), fs::perms::all);
+        for (const auto& entry : fs::recursive_directory_iterator(tool.path())) {
+            fs::permissions(entry, fs::perms::all);
+        }
+        arguments.insert(arguments.begin(),
+                         {"/usr/bin/setpriv", "--reuid=65534", "--clear-groups"});
+    }
+
+    EXPECT_EQ(ForegroundProgram(arguments, output, error).wait(), 4);
+    EXPECT_EQ(bytesOf(error), "photoinfo: " + (photos.path() / "closed").native() +
+                                  ": the folder cannot be read\n");
+    EXPECT_NE(bytesOf(output).find("a.jpg"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace test_support
