@@ -1,0 +1,1 @@
+// Nothing: what a shared library costs at least.

@@ -1,0 +1,94 @@
+#include <algorithm>
+#include <cstddef>
+#include <fstream>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "comparison.h"
+#include "exiv2_wrapper/exiv2_wrapper.h"
+#include "pipe_program.h"
+#include "tool_folder.h"
+
+// A large preview: against reading the same bytes into one buffer. A stand-in writes them.
+
+namespace {
+
+using namespace benchmarks;
+
+// More than any power of two that a buffer may have grown to.
+constexpr std::size_t kBytes = std::size_t{33} << 20U;
+
+ToolFolder& toolFolder() {
+    static ToolFolder folder(ANSWERING_TOOL, "exiv2.exe");
+    if (static const bool isReady = exiv2_wp::initialize(folder.path()); !isReady) {
+        giveUp("no answering tool");
+    }
+    return folder;
+}
+
+void extract() {
+    static const std::filesystem::path photo = toolFolder().nextPhoto();
+    exiv2_wp::TopBottomOffset offset;
+    const bool isExtracted = exiv2_wp::readExiv2Thumbnail(
+        photo, std::to_string(kBytes), 1, 1, offset, [](auto&&...) {}, [](int) {},
+        [](const unsigned char* bytes, std::uint64_t count, const auto&) {
+            benchmark::DoNotOptimize(bytes);
+            return count == kBytes;
+        },
+        [](auto&&...) { return false; });
+    if (!isExtracted) {
+        giveUp("no preview");
+    }
+}
+
+void readBare() {
+    const PipeProgram tool({toolFolder().tool(), "-ep", std::to_string(kBytes)});
+    std::vector<char> buffer(kBytes + 100);
+    constexpr std::size_t kReadSize = 8192;  // as the library reads
+    std::size_t count = 0;
+    while (const std::size_t more = tool.read(
+               std::span(buffer).subspan(count, std::min(kReadSize, buffer.size() - count)))) {
+        count += more;
+    }
+    benchmark::DoNotOptimize(buffer.data());
+}
+
+void preview(benchmark::State& state) {
+    compare(state, {.reference = "reading the bytes into one buffer", .atMost = 1.2}, 1, extract,
+            readBare);
+}
+
+// From /proc/self/status, in bytes.
+double memory(const std::string& name) {
+    std::ifstream status("/proc/self/status");
+    for (std::string word; status >> word;) {
+        if (word == name + ":") {
+            double kilobytes = 0;
+            status >> kilobytes;
+            return kilobytes * 1024;
+        }
+    }
+    giveUp("no " + name);
+}
+
+void peakMemory(benchmark::State& state) {
+    std::vector<double> peaks;
+    extract();
+    for (auto _ : state) {
+        std::ofstream("/proc/self/clear_refs") << "5";  // the peak is now what is resident
+        const double before = memory("VmRSS");
+        extract();
+        peaks.push_back(memory("VmHWM") - before);
+        state.SetIterationTime(1e-9);
+    }
+    report(state, {.reference = "the tool's output", .atMost = 1.3, .unit = "B"}, peaks,
+           {static_cast<double>(kBytes)});
+}
+
+BENCHMARK_ROW(preview, "readExiv2Thumbnail, 33 MiB", 30);
+BENCHMARK_ROW(peakMemory, "readExiv2Thumbnail, 33 MiB, peak memory", 5);
+
+}  // namespace
+
+BENCHMARK_MAIN();
