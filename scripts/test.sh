@@ -1,0 +1,125 @@
+#!/usr/bin/env bash
+# Installs what is missing on a Debian machine and checks everything: the sources' form, the tests
+# natively, under both sanitizers and as Windows programs under Wine, and the static analysis. Ends
+# with an exit code other than 0 at the first failure. Writes nothing outside build/.
+#
+#   scripts/test.sh
+#
+# Run as root, or as a user who may use sudo.
+set -euo pipefail
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+# shellcheck source=scripts/lib/packages.sh
+source "$root/scripts/lib/packages.sh"
+cd "$root"
+
+jobs=$(nproc)
+export CMAKE_BUILD_PARALLEL_LEVEL=$jobs
+export CTEST_PARALLEL_LEVEL=$jobs
+export CLICOLOR_FORCE=0
+
+# step TITLE COMMAND...: runs the command and tells how long it took.
+step() {
+    local title=$1
+    local begin=$SECONDS
+    shift
+    echo "==== $title"
+    "$@"
+    echo "==== $title: done in $((SECONDS - begin)) s"
+}
+
+# tracked PATTERN...: the repository's own files, whoever owns the clone.
+tracked() {
+    git -c safe.directory='*' ls-files -- "$@"
+}
+
+check_format() {
+    tracked '*.h' '*.cpp' | xargs clang-format --dry-run -Werror
+}
+
+check_scripts() {
+    tracked '*.sh' .ci/run | xargs shellcheck --external-sources
+}
+
+# What the real tool prints about real photos, for replays on a platform that lacks the tool.
+record_printouts() {
+    scripts/record_printouts.sh "$root/build/printouts"
+}
+
+# workflow PRESET: configures, builds and tests.
+workflow() {
+    EXIV2_WRAPPER_PRINTOUTS=$root/build/printouts cmake --workflow --preset "$1"
+}
+
+# The sanitizers' runtimes expect less random addresses than newer kernels hand out.
+sanitizer_workflow() {
+    local without_randomness=(setarch --addr-no-randomize)
+    if ! "${without_randomness[@]}" true 2>/dev/null; then
+        without_randomness=()
+    fi
+    EXIV2_WRAPPER_PRINTOUTS=$root/build/printouts \
+        "${without_randomness[@]}" cmake --workflow --preset "$1"
+}
+
+# The real tool for Windows is an npm package. Debian's npm is large, so any that is there will do.
+fetch_windows_exiftool() {
+    command -v npm >/dev/null || install_missing npm
+    scripts/fetch_windows_exiftool.sh
+}
+
+# Wine's first start fills its prefix, which takes longer than a test may; no test should wait for
+# it. The program that is left waiting for a line keeps Wine's services up: a test that started them
+# would count as running for as long as they do.
+start_wine() {
+    local wine
+    wine=$(PATH=/usr/lib/wine:$PATH command -v wine64 || command -v wine)
+    export WINEPREFIX=$root/build/mingw/wine WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
+    mkdir -p "$root/build/mingw"
+    "$wine" wineboot --init </dev/null >/dev/null 2>&1
+    exec {wine_stays}> >(exec "$wine" cmd /c 'set /p line=' >/dev/null 2>&1)
+}
+
+# Wine shows this machine's files as drive Z.
+wine_workflow() {
+    start_wine
+    EXIV2_WRAPPER_PRINTOUTS=Z:$root/build/printouts cmake --workflow --preset mingw
+    exec {wine_stays}>&-
+}
+
+# The library and its tool by a second compiler, which warns of other things.
+build_windows_by_clang() {
+    cmake --preset mingw-clang -DEXIV2_WRAPPER_BUILD_TESTS=OFF
+    cmake --build --preset mingw-clang
+}
+
+# What the benchmarks measure means something on a quiet machine only: scripts/bench.sh runs them.
+build_benchmarks() {
+    cmake --preset release -DEXIV2_WRAPPER_BUILD_TESTS=OFF
+    cmake --build --preset release
+}
+
+# The Windows files are left out, since the analysis sees the build for this machine.
+analyse() {
+    tracked 'exiv2_wrapper/*.cpp' 'host/*.cpp' 'tools/*.cpp' | grep -v '_win32\.cpp$' |
+        xargs --max-procs="$jobs" --max-args=1 clang-tidy --quiet -p build/debug
+}
+
+install_missing "${packages_build[@]}" "${packages_tools[@]}" "${packages_tests[@]}" \
+    "${packages_demo[@]}" "${packages_clang[@]}" "${packages_fuzz[@]}" "${packages_docs[@]}" \
+    "${packages_browser[@]}"
+
+step "Format" check_format
+step "Scripts" check_scripts
+step "Print-outs of real photos" record_printouts
+step "Native tests" workflow debug
+step "Static analysis" analyse
+step "Reference of the exported header" scripts/docs.sh
+step "AddressSanitizer and UndefinedBehaviorSanitizer" sanitizer_workflow asan
+step "ThreadSanitizer" sanitizer_workflow tsan
+step "Fuzzers" scripts/fuzz.sh 20
+step "Windows exiftool" fetch_windows_exiftool
+step "Windows tests under Wine" wine_workflow
+step "Windows build by Clang" build_windows_by_clang
+step "Optimised build with benchmarks" build_benchmarks
+step "Demo" scripts/demo.sh
+echo "==== All passed in $SECONDS s"
