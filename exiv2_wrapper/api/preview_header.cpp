@@ -8,12 +8,6 @@ namespace exiv2_wp::internal {
 
 namespace {
 
-void skipSpace(std::string_view& rest) {
-    while (!rest.empty() && isSpace(rest.front())) {
-        rest.remove_prefix(1);
-    }
-}
-
 // Takes a number off the front of `rest`; false when there is none or it is too large.
 bool takeInt(std::string_view& rest, std::int32_t& number) {
     skipSpace(rest);

@@ -87,15 +87,15 @@ std::int32_t parseCount(std::string_view word) {
     return isInRange ? static_cast<std::int32_t>(count) : 0;
 }
 
-// "numerator/denominator"; other words are skipped. A denominator of 0 is kept.
-std::optional<std::pair<std::int64_t, std::int64_t>> parseRational(std::string_view word) {
-    const std::size_t slash = word.find('/');
-    if (slash == std::string_view::npos) {
+// Takes "numerator/denominator". A denominator of 0 is kept.
+std::optional<std::pair<std::int64_t, std::int64_t>> takeRational(std::string_view& rest) {
+    const auto numerator = takeInteger(rest);
+    if (!numerator || !rest.starts_with('/')) {
         return std::nullopt;
     }
-    const auto numerator = parseInteger(word.substr(0, slash));
-    const auto denominator = parseInteger(word.substr(slash + 1));
-    if (!numerator || !denominator) {
+    rest.remove_prefix(1);
+    const auto denominator = takeInteger(rest);
+    if (!denominator) {
         return std::nullopt;
     }
     return std::pair(*numerator, *denominator);
@@ -124,19 +124,21 @@ public:
         tag.value = printed.value;
         tag.count = parseCount(printed.count);
         if (tag.type == "rational" || tag.type == "srational") {
-            gatherNumbers(printed.value, parseRational, rationals_, tag.rationals);
+            gatherNumbers(printed.value, takeRational, rationals_, tag.rationals);
         } else {
-            gatherNumbers(printed.value, parseInteger, integers_, tag.integers);
+            gatherNumbers(printed.value, takeInteger, integers_, tag.integers);
         }
     }
 
 private:
-    template <typename Parser, typename Numbers>
-    static void gatherNumbers(std::string_view value, const Parser& parse, Numbers& gathered,
+    // A word counts when all of it is a number; others are skipped.
+    template <typename Take, typename Numbers>
+    static void gatherNumbers(std::string_view value, const Take& take, Numbers& gathered,
                               Numbers& numbers) {
         gathered.clear();
-        for (std::string_view word = takeWord(value); !word.empty(); word = takeWord(value)) {
-            if (const auto number = parse(word)) {
+        for (skipSpace(value); !value.empty(); skipSpace(value)) {
+            const auto number = take(value);
+            if (takeUntilSpace(value).empty() && number) {
                 gathered.push_back(*number);
             }
         }

@@ -76,24 +76,6 @@ bool isPlainAscii(std::string_view text) {
                        [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
-std::optional<std::int64_t> parseInteger(std::string_view word) {
-    const bool isNegative = !word.empty() && word.front() == '-';
-    if (!word.empty() && (word.front() == '+' || word.front() == '-')) {
-        word.remove_prefix(1);
-    }
-    if (word.empty()) {
-        return std::nullopt;
-    }
-    std::uint64_t magnitude = 0;
-    for (const char c : word) {
-        if (!isDigit(c)) {
-            return std::nullopt;
-        }
-        magnitude = magnitude * 10 + static_cast<std::uint64_t>(c - '0');
-    }
-    return static_cast<std::int64_t>(isNegative ? 0 - magnitude : magnitude);
-}
-
 std::optional<double> parseDouble(std::string_view text) {
     return parseReal<double>(text);
 }

@@ -42,29 +42,60 @@ void lowerCase(std::string& text);
     return text;
 }
 
-/// Takes the next run of non-space bytes off the front of `rest`, with the white space before it.
-/// Empty when `rest` holds none; `rest` is then empty too.
-[[nodiscard]] constexpr std::string_view takeWord(std::string_view& rest) {
+/// Drops the white space at the front of `rest`.
+constexpr void skipSpace(std::string_view& rest) {
     std::size_t begin = 0;
     while (begin < rest.size() && isSpace(rest[begin])) {
         ++begin;
     }
-    std::size_t end = begin;
+    rest.remove_prefix(begin);
+}
+
+/// Takes the bytes before the first white space off the front of `rest`: none when it begins with
+/// white space.
+constexpr std::string_view takeUntilSpace(std::string_view& rest) {
+    std::size_t end = 0;
     while (end < rest.size() && !isSpace(rest[end])) {
         ++end;
     }
-    const std::string_view word = rest.substr(begin, end - begin);
+    const std::string_view taken = rest.substr(0, end);
     rest.remove_prefix(end);
-    return word;
+    return taken;
+}
+
+/// Takes the next run of non-space bytes off the front of `rest`, with the white space before it.
+/// Empty when `rest` holds none; `rest` is then empty too.
+[[nodiscard]] constexpr std::string_view takeWord(std::string_view& rest) {
+    skipSpace(rest);
+    return takeUntilSpace(rest);
 }
 
 /// True when every byte is below 0x80.
 [[nodiscard]] bool isPlainAscii(std::string_view text);
 
-/// The one number rule: an optional single "+" or "-", then one or more decimal digits and nothing
-/// else. Accumulated modulo 2^64: a number that doesn't fit wraps around, which is kept for the
-/// sake of equal results.
-[[nodiscard]] std::optional<std::int64_t> parseInteger(std::string_view word);
+/// The one number rule: takes an optional single "+" or "-" and all decimal digits behind it off
+/// the front of `rest`. No value without a digit. Accumulated modulo 2^64: a number that doesn't
+/// fit wraps around, which is kept for the sake of equal results.
+[[nodiscard]] constexpr std::optional<std::int64_t> takeInteger(std::string_view& rest) {
+    const bool isNegative = !rest.empty() && rest.front() == '-';
+    const std::size_t begin = !rest.empty() && (isNegative || rest.front() == '+') ? 1 : 0;
+    std::uint64_t magnitude = 0;
+    std::size_t end = begin;
+    for (; end < rest.size() && isDigit(rest[end]); ++end) {
+        magnitude = magnitude * 10 + static_cast<std::uint64_t>(rest[end] - '0');
+    }
+    rest.remove_prefix(end);
+    if (end == begin) {
+        return std::nullopt;
+    }
+    return static_cast<std::int64_t>(isNegative ? 0 - magnitude : magnitude);
+}
+
+/// The number that `word` is from its first byte to its last.
+[[nodiscard]] constexpr std::optional<std::int64_t> parseInteger(std::string_view word) {
+    const std::optional<std::int64_t> number = takeInteger(word);
+    return word.empty() ? number : std::nullopt;
+}
 
 /// The low 32 bits, as the tool's identifiers are stored.
 [[nodiscard]] constexpr std::int32_t low32Bits(std::int64_t value) {

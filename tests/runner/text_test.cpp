@@ -18,7 +18,7 @@
 namespace exiv2_wp::internal {
 namespace {
 
-using namespace std::string_literals;
+using namespace std::literals;
 
 std::vector<char> allBytes() {
     std::vector<char> bytes;
@@ -74,6 +74,38 @@ TEST(Text, TakesWordsOneByOneAsAStreamDoes) {
     }
     EXPECT_EQ(takeWord(rest), "");
     EXPECT_EQ(rest, "");
+}
+
+TEST(Text, SkipsTheWhiteSpaceInFrontAlone) {
+    std::string_view rest = " \t\n\v\f\ra b ";
+    skipSpace(rest);
+    EXPECT_EQ(rest, "a b ");
+    skipSpace(rest);
+    EXPECT_EQ(rest, "a b ");
+    rest = " \r";
+    skipSpace(rest);
+    EXPECT_EQ(rest, "");
+}
+
+TEST(Text, TakesAllUpToTheNextWhiteSpace) {
+    std::string_view rest = "a\xA0\0b\tc"sv;
+    EXPECT_EQ(takeUntilSpace(rest), "a\xA0\0b"sv);
+    EXPECT_EQ(takeUntilSpace(rest), "");
+    EXPECT_EQ(rest, "\tc");
+    rest = "c";
+    EXPECT_EQ(takeUntilSpace(rest), "c");
+    EXPECT_EQ(takeUntilSpace(rest), "");
+}
+
+TEST(Text, TakesAnIntegerAndLeavesWhatFollows) {
+    std::string_view rest = "+12/-3x";
+    EXPECT_EQ(takeInteger(rest), 12);
+    EXPECT_EQ(rest, "/-3x");
+    EXPECT_EQ(takeInteger(rest), std::nullopt);
+    EXPECT_EQ(rest, "/-3x");
+    rest.remove_prefix(1);
+    EXPECT_EQ(takeInteger(rest), -3);
+    EXPECT_EQ(rest, "x");
 }
 
 TEST(Text, CallsATextPlainWhenEveryByteIsBelow0x80) {
