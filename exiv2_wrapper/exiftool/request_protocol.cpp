@@ -18,6 +18,10 @@ constexpr std::string_view kFinalMarker = " {ready}";
 // More in one read could take the beginning of what belongs to the next answer.
 constexpr std::size_t kChunkSize = 511;
 
+// An answer's room grows fourfold: a long one is then moved seldom, and room that isn't written to
+// takes no memory.
+constexpr std::size_t kGrowth = 4;
+
 // Moves what stands between two of them in one piece; without any it only looks.
 void eraseCarriageReturns(std::string& text) {
     std::size_t kept = text.find('\r');
@@ -86,6 +90,9 @@ std::string readAnswer(ToolChannel& channel) {
         const std::size_t searched =
             answer.size() < kMarker.size() ? 0 : answer.size() - (kMarker.size() - 1);
         try {
+            if (answer.capacity() - answer.size() < bytes->size()) {
+                answer.reserve(std::max(kGrowth * answer.capacity(), kChunkSize));
+            }
             answer += *bytes;
         } catch (const std::bad_alloc&) {
             skipRestOfAnswer(channel, answer, *bytes, chunk);
