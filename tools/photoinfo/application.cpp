@@ -8,6 +8,7 @@
 #include <iostream>
 #include <memory>
 #include <new>
+#include <string_view>
 #include <utility>
 
 #include "photoinfo/command.h"
@@ -31,16 +32,50 @@ constexpr auto kFooter =
     "  6  exiv2.exe works, but does not know the call that extracts previews\n"
     "  130  stopped by Ctrl-C";
 
-/// One maker a command, in the order of the help text.
-constexpr std::array kCommandMakers = {
-    makeSummaryCommand,    makeInfoCommand,      makeBatchCommand,   makeOrientationCommand,
-    makeTagCommand,        makeXmpCommand,       makePreviewCommand, makeTagsCommand,
-    makeLensCommand,       makeCopyCommand,      makeScanCommand,    makeReportCommand,
-    makeCropFactorCommand, makeCanonicalCommand, makeDoctorCommand,
+struct CommandMaker {
+    std::string_view name;  // as the command gives it to the parser
+    std::unique_ptr<Command> (*make)();
 };
 
+// In the order of the help text.
+constexpr std::array<CommandMaker, 15> kCommandMakers = {{
+    {"summary", makeSummaryCommand},
+    {"info", makeInfoCommand},
+    {"batch", makeBatchCommand},
+    {"orientation", makeOrientationCommand},
+    {"tag", makeTagCommand},
+    {"xmp", makeXmpCommand},
+    {"preview", makePreviewCommand},
+    {"tags", makeTagsCommand},
+    {"lens", makeLensCommand},
+    {"copy", makeCopyCommand},
+    {"scan", makeScanCommand},
+    {"report", makeReportCommand},
+    {"crop-factor", makeCropFactorCommand},
+    {"canonical", makeCanonicalCommand},
+    {"doctor", makeDoctorCommand},
+}};
+
+using Arguments = std::vector<std::string>;
+
+bool contains(const Arguments& arguments, std::string_view word) {
+    return std::find(arguments.begin(), arguments.end(), word) != arguments.end();
+}
+
+// Setting up all commands takes a third of the program's start, so those are left out that the
+// arguments can't mean. Help and complaints know all of them.
+bool needsAllCommands(const Arguments& arguments) {
+    const bool isHelpAsked =
+        std::any_of(arguments.begin(), arguments.end(), [](const std::string& argument) {
+            return argument.starts_with("-h") || argument.starts_with("--help");
+        });
+    return isHelpAsked ||
+           std::none_of(kCommandMakers.begin(), kCommandMakers.end(),
+                        [&](const CommandMaker& m) { return contains(arguments, m.name); });
+}
+
 // The parser takes "[a,b]" for a list of values, but to a user it is a file name like any other.
-void protectBrackets(std::vector<std::string>& arguments) {
+void protectBrackets(Arguments& arguments) {
     for (std::string& argument : arguments) {
         if (argument.size() > 1 && argument.front() == '[' && argument.back() == ']') {
             argument.insert(0, "./");
@@ -50,7 +85,8 @@ void protectBrackets(std::vector<std::string>& arguments) {
 
 class Application {
 public:
-    Application() : program_(kDescription, "photoinfo") {
+    explicit Application(Arguments arguments)
+        : arguments_(std::move(arguments)), program_(kDescription, "photoinfo") {
         program_.footer(kFooter);
         program_.set_help_all_flag("--help-all",
                                    "Print this help message and those of all commands");
@@ -68,17 +104,20 @@ public:
             ->type_name("DIR");
         program_.add_flag("--verbose", isVerbose_,
                           "Show the log of the library and the tools' own messages");
-        for (const auto makeCommand : kCommandMakers) {
-            commands_.push_back(makeCommand());
-            parsers_.push_back(commands_.back()->addTo(program_));
+        const bool addsAll = needsAllCommands(arguments_);
+        for (const CommandMaker& maker : kCommandMakers) {
+            if (addsAll || contains(arguments_, maker.name)) {
+                commands_.push_back(maker.make());
+                parsers_.push_back(commands_.back()->addTo(program_));
+            }
         }
     }
 
-    ExitCode run(std::vector<std::string> arguments) {
-        protectBrackets(arguments);
-        std::reverse(arguments.begin(), arguments.end());
+    ExitCode run() {
+        protectBrackets(arguments_);
+        std::reverse(arguments_.begin(), arguments_.end());
         try {
-            program_.parse(std::move(arguments));
+            program_.parse(std::move(arguments_));
         } catch (const CLI::ParseError& error) {
             return answer(error);
         }
@@ -117,6 +156,7 @@ private:
         return nullptr;
     }
 
+    Arguments arguments_;
     SharedOptions options_;
     bool isVerbose_ = false;
     std::vector<std::unique_ptr<Command>> commands_;
@@ -136,7 +176,7 @@ void finishOutput() {
 
 int runApplication(std::vector<std::string> arguments) noexcept {
     try {
-        const ExitCode code = Application().run(std::move(arguments));
+        const ExitCode code = Application(std::move(arguments)).run();
         finishOutput();
         return static_cast<int>(code);
     } catch (const Failure& failure) {
