@@ -80,6 +80,19 @@ run_fuzzer() {
 
 install_missing "${packages_build[@]}" "${packages_fuzz[@]}"
 build
+
+# One fuzzer a processor. The first that fails ends the others.
+running=()
+trap 'kill "${running[@]}" 2>/dev/null || true' EXIT
 for fuzzer in "${fuzzers[@]}"; do
-    run_fuzzer "$fuzzer"
+    if ((${#running[@]} == $(nproc))); then
+        wait "${running[0]}"
+        running=("${running[@]:1}")
+    fi
+    run_fuzzer "$fuzzer" &
+    running+=($!)
+done
+while ((${#running[@]})); do
+    wait "${running[0]}"
+    running=("${running[@]:1}")
 done
