@@ -4,10 +4,10 @@
 
 #include <stdexcept>
 
-#include "exiv2_wrapper/exiv2_wrapper.h"
 #include "exiv2_wrapper/runner/platform.h"
 #include "exiv2_wrapper/runner/text.h"
 #include "model/cache_filler.h"
+#include "model/metadata_cache_fixture.h"
 #include "support/case_name.h"
 #include "support/current_directory.h"
 #include "support/log_capture.h"
@@ -20,37 +20,20 @@ using test_support::Arguments;
 using test_support::CurrentDirectory;
 using test_support::failureLine;
 using test_support::fillCache;
+using test_support::kPrintAll;
 using test_support::kReadExifMetadataSignature;
-using test_support::LogCapture;
+using test_support::kSummary;
+using test_support::kSummaryThatRaises;
 using test_support::LogLine;
 using test_support::native;
+using test_support::Record;
 using test_support::ToolDirectory;
 
-using Record = std::shared_ptr<const CliExifMetadata>;
+using MetadataCache = test_support::MetadataCacheFixture;
 
-constexpr auto kPrintAll = "Exif.Image.Make Ascii 5 Maker\n";
-constexpr auto kSummary = "Lens name       : EF24-70mm\n";
-constexpr auto kSummaryThatRaises = "Lens name:";
 constexpr auto kPrintAllFailed = "Exiv2 failed run -PXEkycv cli command for ";
 constexpr auto kPrintAllUnreadable = "Exiv2 failed to parse PrintAll output for ";
 constexpr auto kSummaryFailed = "Exiv2 failed run pr cli command for ";
-
-// The cache is one for the whole process and can't be emptied. Each test has a folder of its own,
-// and so files that the cache doesn't know.
-class MetadataCache : public ::testing::Test {
-protected:
-    void SetUp() override {
-        ASSERT_TRUE(initialize(tool.path()));
-        log.clear();
-    }
-
-    // How often the tool was asked for all metadata, and for the summary.
-    std::size_t printAllRuns() const { return tool.countCalls("-PXEkycv"); }
-    std::size_t summaryRuns() const { return tool.countCalls("pr"); }
-
-    LogCapture log;
-    ToolDirectory tool;
-};
 
 TEST_F(MetadataCache, RunsTheToolTwiceForAFileAsTheCallerSpellsIt) {
     tool.answerMetadata(kPrintAll, kSummary);

@@ -6,10 +6,9 @@
 #include <stdexcept>
 #include <thread>
 
-#include "exiv2_wrapper/exiv2_wrapper.h"
 #include "exiv2_wrapper/model/metadata_cache.h"
+#include "model/metadata_cache_fixture.h"
 #include "support/latch.h"
-#include "support/log_capture.h"
 #include "support/this_process.h"
 #include "support/tool_directory.h"
 
@@ -19,28 +18,13 @@ namespace {
 using test_support::countOpenHandles;
 using test_support::hasChildren;
 using test_support::kHandlesKeptForThreads;
-using test_support::LogCapture;
+using test_support::kPrintAll;
+using test_support::kSummary;
+using test_support::kSummaryThatRaises;
+using test_support::Record;
 using test_support::ToolDirectory;
 
-using Record = std::shared_ptr<const CliExifMetadata>;
-
-constexpr auto kPrintAll = "Exif.Image.Make Ascii 5 Maker\n";
-constexpr auto kSummary = "Lens name       : EF24-70mm\n";
-constexpr auto kSummaryThatRaises = "Lens name:";
-
-class MetadataCacheThreads : public ::testing::Test {
-protected:
-    void SetUp() override {
-        ASSERT_TRUE(initialize(tool.path()));
-        log.clear();
-    }
-
-    std::size_t printAllRuns() const { return tool.countCalls("-PXEkycv"); }
-    std::size_t summaryRuns() const { return tool.countCalls("pr"); }
-
-    LogCapture log;
-    ToolDirectory tool;
-};
+using MetadataCacheThreads = test_support::MetadataCacheFixture;
 
 enum class Outcome { record, null, raised };
 
