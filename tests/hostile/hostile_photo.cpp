@@ -1,6 +1,7 @@
 #include "hostile/hostile_photo.h"
 
 #include "support/run_program.h"
+#include "support/skip_or_fail.h"
 
 namespace test_support {
 

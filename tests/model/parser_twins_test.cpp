@@ -14,6 +14,7 @@
 #include "model/record_text.h"
 #include "support/comma_locale.h"
 #include "support/photo_list.h"
+#include "support/skip_or_fail.h"
 
 namespace exiv2_wp::internal {
 namespace {

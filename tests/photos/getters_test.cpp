@@ -12,6 +12,7 @@
 #include "photos/print_out.h"
 #include "photos/real_exiv2.h"
 #include "support/photo_list.h"
+#include "support/skip_or_fail.h"
 
 // The raw-tag getters that answer from the photo's metadata as a whole: every getter for every key
 // of every photo, against what the tool prints.

@@ -8,6 +8,7 @@
 #include "photos/independent_reading.h"
 #include "photos/real_exiv2.h"
 #include "support/photo_list.h"
+#include "support/skip_or_fail.h"
 #include "support/summary_text.h"
 #include "support/tool_directory.h"
 

@@ -9,6 +9,7 @@
 #include "photos/decoded_image.h"
 #include "photos/real_exiv2.h"
 #include "support/photo_list.h"
+#include "support/skip_or_fail.h"
 
 // Previews of real photos, extracted through the companion, against what the installed exiv2
 // extracts into files.

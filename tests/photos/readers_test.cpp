@@ -12,6 +12,7 @@
 #include "photos/print_out.h"
 #include "photos/real_exiv2.h"
 #include "support/photo_list.h"
+#include "support/skip_or_fail.h"
 
 // The small readers on real photos, against what the tool prints.
 

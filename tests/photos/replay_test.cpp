@@ -6,6 +6,7 @@
 #include "exiv2_wrapper/exiv2_wrapper.h"
 #include "photos/independent_reading.h"
 #include "support/photo_list.h"
+#include "support/skip_or_fail.h"
 #include "support/summary_text.h"
 #include "support/tool_directory.h"
 

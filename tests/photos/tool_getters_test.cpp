@@ -13,6 +13,7 @@
 #include "photos/print_out.h"
 #include "photos/real_exiv2.h"
 #include "support/photo_list.h"
+#include "support/skip_or_fail.h"
 
 // The two getters that ask the tool anew, for every key of every photo, against what the tool
 // prints about the whole photo in one run.

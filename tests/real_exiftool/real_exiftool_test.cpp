@@ -13,6 +13,7 @@
 #include "exiv2_wrapper/exiv2_wrapper.h"
 #include "real_exiftool/fresh_images.h"
 #include "real_exiftool/real_tool.h"
+#include "support/skip_or_fail.h"
 
 namespace exiftool {
 namespace {
@@ -66,7 +67,9 @@ Json readBack(const std::vector<std::filesystem::path>& files,
 class RealExiftool : public ::testing::Test {
 protected:
     void SetUp() override {
-        SKIP_UNLESS(!realToolFolder().empty(), "the real exiftool");
+        if (realToolFolder().empty()) {
+            SKIP_OR_FAIL("the real exiftool is missing");
+        }
         ASSERT_TRUE(initialize(realToolFolder()));
     }
 };

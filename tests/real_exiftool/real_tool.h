@@ -27,12 +27,3 @@ std::vector<std::filesystem::path> photos();
 std::string utf8(const std::filesystem::path& path);
 
 }  // namespace test_support
-
-/// Ends a test that can't run here. Continuous integration has everything and must never get here.
-#define SKIP_UNLESS(condition, what)                    \
-    if (!(condition)) {                                 \
-        if (std::getenv("CI") != nullptr) {             \
-            FAIL() << "missing: " << (what);            \
-        }                                               \
-        GTEST_SKIP() << "skipped, missing: " << (what); \
-    }

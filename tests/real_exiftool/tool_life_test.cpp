@@ -1,12 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <cstdlib>
 #include <thread>
 
 #include "exiftool/host_program.h"
 #include "exiftool/processes.h"
 #include "real_exiftool/real_tool.h"
+#include "support/skip_or_fail.h"
 
 namespace test_support {
 namespace {
@@ -19,8 +19,12 @@ const std::string kMarkerLine = "log|0|readTags: ignoring line: |{ready}\n";
 class RealToolLife : public ::testing::Test {
 protected:
     void SetUp() override {
-        SKIP_UNLESS(!realToolFolder().empty(), "the real exiftool");
-        SKIP_UNLESS(fs::exists(photo), photo.string());
+        if (realToolFolder().empty()) {
+            SKIP_OR_FAIL("the real exiftool is missing");
+        }
+        if (!fs::exists(photo)) {
+            SKIP_OR_FAIL(photo.string() + " is missing");
+        }
     }
 
     [[nodiscard]] fs::path photoNamed(const std::u8string& name) const {

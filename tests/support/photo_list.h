@@ -54,9 +54,3 @@ inline std::string photoName(const ::testing::TestParamInfo<std::filesystem::pat
 }
 
 }  // namespace test_support
-
-/// Ends a test that lacks what it needs: skipped at the desk, failed where CI is set.
-#define SKIP_OR_FAIL(message)         \
-    if (std::getenv("CI") != nullptr) \
-        FAIL() << (message);          \
-    GTEST_SKIP() << (message)

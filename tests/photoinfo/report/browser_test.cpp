@@ -2,7 +2,7 @@
 #include <iterator>
 
 #include "photoinfo/photoinfo_fixture.h"
-#include "support/photo_list.h"
+#include "support/skip_or_fail.h"
 
 namespace test_support {
 namespace {
