@@ -15,7 +15,7 @@ packages_demo=(libexiv2-dev netpbm)
 packages_tests=(
     git googletest libbenchmark-dev libexiv2-dev libjpeg-turbo-progs
     g++-mingw-w64-x86-64-posix wine wine64
-    clang-format clang-tidy shellcheck pkgconf
+    clang-format clang-tidy shellcheck pkgconf fish
 )
 # To build and run the fuzzers.
 # shellcheck disable=SC2034

@@ -5,6 +5,7 @@
 #include <set>
 
 #include "photoinfo/photoinfo_fixture.h"
+#include "support/skip_or_fail.h"
 
 namespace test_support {
 namespace {
@@ -56,6 +57,13 @@ protected:
                                    "printf '%s\\n' \"${COMPREPLY[@]}\"";
         return matches(runProgram("/bin/bash", {"-c", script}, scratch.path()).output,
                        std::regex("([^\n]+)\n"));
+    }
+    /// What fish offers for the end of a line.
+    [[nodiscard]] Words completedInFish(const std::string& line) const {
+        const std::string script =
+            std::string("source '") + COMPLETIONS + "/photoinfo.fish'\ncomplete -C '" + line + "'";
+        return matches(runProgram(FISH, {"--no-config", "-c", script}, scratch.path()).output,
+                       std::regex("([^\t\n]+)[^\n]*\n"));
     }
     /// The manual without the escapes of hyphens.
     [[nodiscard]] static std::string manual() {
@@ -134,6 +142,28 @@ TEST_F(PhotoinfoInTheShell, CompletesFilesAndFoldersInBash) {
     EXPECT_EQ(completed("photoinfo --tools " + begin), Words{album});
     EXPECT_EQ(completed("photoinfo copy --unit i"), Words{"inch"});
     EXPECT_EQ(completed("photoinfo scan --jobs ''"), Words{});
+}
+
+TEST_F(PhotoinfoInTheShell, CompletesInFish) {
+    if (!fs::exists(FISH)) {
+        SKIP_OR_FAIL("There is no fish here.");
+    }
+    const TemporaryDirectory folder;
+    (void)folder.makeFile("a photo.jpg");
+    fs::create_directory(folder.path() / "album");
+    const std::string begin = folder.path().native() + "/a";
+
+    EXPECT_EQ(completedInFish("photoinfo "), commands());
+    EXPECT_EQ(completedInFish("photoinfo s"), (Words{"summary", "scan"}));
+    EXPECT_EQ(completedInFish("photoinfo copy --unit i"), Words{"inch"});
+    EXPECT_EQ(completedInFish("photoinfo summary " + begin),
+              (Words{begin + " photo.jpg", begin + "lbum/"}));
+    EXPECT_EQ(completedInFish("photoinfo scan " + begin), Words{begin + "lbum/"});
+    for (const std::string& command : commands()) {
+        Words expected = options(command);
+        expected.insert({"--tools", "--verbose"});
+        EXPECT_EQ(completedInFish("photoinfo " + command + " --"), expected) << command;
+    }
 }
 
 TEST_F(PhotoinfoInTheShell, NamesEveryCommandAndOptionForOtherShells) {
