@@ -12,7 +12,11 @@ thread_local bool failed = false;
 thread_local int safeScopes = 0;
 std::atomic<std::ptrdiff_t> blocks = 0;
 
-bool failsNow() {
+}  // namespace
+
+namespace test_support {
+
+bool allocationFailsNow() {
     if (allocationsLeft == 0 || safeScopes != 0 || --allocationsLeft != 0) {
         return false;
     }
@@ -20,8 +24,13 @@ bool failsNow() {
     return true;
 }
 
+}  // namespace test_support
+
+namespace {
+
 void* allocate(std::size_t size) {
-    void* const block = failsNow() ? nullptr : std::malloc(size == 0 ? 1 : size);
+    void* const block =
+        test_support::allocationFailsNow() ? nullptr : std::malloc(size == 0 ? 1 : size);
     if (block == nullptr) {
         throw std::bad_alloc();
     }

@@ -2,7 +2,8 @@
 
 #include <cstddef>
 
-/// The test program's own operator new, which can be told to fail. A library that is loaded beside
+/// The test program's own operator new, which can be told to fail, and so can its realloc where the
+/// linker puts ours in its place (failing_realloc.cpp). A library that is loaded beside
 /// the program may keep the allocation functions of its own, as on Windows; those never fail.
 namespace test_support {
 
@@ -27,7 +28,10 @@ public:
     ~SafeAllocations();
 };
 
-/// How many blocks are allocated, in all threads.
+/// Counts an allocation of this thread; true when it is the one that has to fail.
+[[nodiscard]] bool allocationFailsNow();
+
+/// How many blocks are allocated by operator new, in all threads.
 [[nodiscard]] std::ptrdiff_t countAllocatedBlocks();
 
 /// Calls `call` again and again, with the first allocation failing, the second and so on, until it
