@@ -10,7 +10,6 @@ namespace photoinfo {
 namespace {
 
 constexpr auto kIndent = "  ";
-constexpr auto kUnknown = "unknown";
 
 // Wide enough for the labels of most commands, so that their tables look alike.
 constexpr std::size_t kLeastLabelWidth = 20;

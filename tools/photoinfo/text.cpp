@@ -18,7 +18,7 @@ struct Character {
 };
 
 // The least code point that needs a sequence of this many bytes; less is an overlong form.
-constexpr std::array<char32_t, 5> kLeast = {0, 0, 0x80, 0x800, 0x10000};
+constexpr std::array<char32_t, 5> kLeastCodePoints = {0, 0, 0x80, 0x800, 0x10000};
 
 std::size_t sequenceLength(unsigned char lead) {
     if (lead < 0x80) {
@@ -52,7 +52,7 @@ Character decode(std::string_view text) {
         codePoint = (codePoint << 6) | (byte & 0x3FU);
     }
     const bool isSurrogate = codePoint >= 0xD800 && codePoint < 0xE000;
-    if (codePoint < kLeast.at(length) || isSurrogate || codePoint > 0x10FFFF) {
+    if (codePoint < kLeastCodePoints.at(length) || isSurrogate || codePoint > 0x10FFFF) {
         return {};
     }
     return {codePoint, length, true};

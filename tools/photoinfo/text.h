@@ -6,6 +6,9 @@
 
 namespace photoinfo {
 
+/// Shown in place of a value that nobody knows.
+inline constexpr auto kUnknown = "unknown";
+
 /// Text from a file or a command line, safe to show: well-formed UTF-8 on one line. Malformed
 /// bytes, control characters and characters that change the direction of writing each become
 /// U+FFFD, so that no photo can steer a terminal or disguise what is shown.

@@ -10,7 +10,6 @@ namespace photoinfo {
 namespace {
 
 constexpr std::size_t kGap = 2;
-constexpr auto kUnknown = "unknown";
 
 }  // namespace
 

@@ -8,7 +8,7 @@ namespace photoinfo {
 
 namespace {
 
-constexpr std::string_view kDigits =
+constexpr std::string_view kBase64Digits =
     "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
 }  // namespace
@@ -23,7 +23,7 @@ std::string toBase64(std::span<const unsigned char> bytes) {
             group = (group << 8U) | (i < bytes.size() ? bytes[i] : 0U);
         }
         for (std::size_t i = 0; i < 4; ++i) {
-            text += i <= bytes.size() ? kDigits[(group >> (18 - 6 * i)) & 0x3FU] : '=';
+            text += i <= bytes.size() ? kBase64Digits[(group >> (18 - 6 * i)) & 0x3FU] : '=';
         }
     }
     return text;
