@@ -93,8 +93,8 @@ void setEnvironmentDefault(const char* name, const char* value) {
 
 // Tools inherit the process's standard handle; the C runtime has taken its own copy at the start.
 void silenceTools() {
-    const HANDLE nowhere = CreateFileW(L"NUL", GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                       nullptr, OPEN_EXISTING, 0, nullptr);
+    HANDLE nowhere = CreateFileW(L"NUL", GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                 OPEN_EXISTING, 0, nullptr);
     if (nowhere != INVALID_HANDLE_VALUE) {
         SetStdHandle(STD_ERROR_HANDLE, nowhere);
     }
@@ -107,18 +107,21 @@ void writeError(std::string_view text) {
 
 std::size_t errorTerminalColumns() {
     CONSOLE_SCREEN_BUFFER_INFO info{};
-    const auto console = _get_osfhandle(_fileno(stderr));
-    if (GetConsoleScreenBufferInfo(reinterpret_cast<HANDLE>(console), &info) == FALSE) {
+    // The C runtime hands its handles out as numbers.
+    auto* const console =
+        reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stderr)));  // NOLINT(*-no-int-to-ptr)
+    if (GetConsoleScreenBufferInfo(console, &info) == FALSE) {
         return 0;
     }
-    return static_cast<std::size_t>(info.srWindow.Right - info.srWindow.Left + 1);
+    const SMALL_RECT& window = info.srWindow;
+    return static_cast<std::size_t>(window.Right) - static_cast<std::size_t>(window.Left) + 1;
 }
 
 // A junction is a link to a folder too. Other reparse points, such as files that a cloud keeps, are
 // what they seem to be.
 bool isLink(const std::filesystem::path& path) {
     WIN32_FIND_DATAW found{};
-    const HANDLE search = FindFirstFileW(path.c_str(), &found);
+    HANDLE search = FindFirstFileW(path.c_str(), &found);
     if (search == INVALID_HANDLE_VALUE) {
         return false;
     }
@@ -150,7 +153,7 @@ int wmain(int argc, wchar_t** argv) {
     const Utf8Console console;
     // Narrow paths can then hold every name. Older runtime libraries don't know it and change
     // nothing.
-    setlocale(LC_CTYPE, ".UTF8");
+    (void)setlocale(LC_CTYPE, ".UTF8");
     // Line ends as on every platform.
     _setmode(_fileno(stdout), _O_BINARY);
     _setmode(_fileno(stderr), _O_BINARY);
