@@ -81,9 +81,9 @@ run_fuzzer() {
 install_missing "${packages_build[@]}" "${packages_fuzz[@]}"
 build
 
-# One fuzzer a processor. The first that fails ends the others.
+# One fuzzer a processor. After a finding no other begins, and those under way are waited for.
 running=()
-trap 'kill "${running[@]}" 2>/dev/null || true' EXIT
+trap wait EXIT
 for fuzzer in "${fuzzers[@]}"; do
     if ((${#running[@]} == $(nproc))); then
         wait "${running[0]}"

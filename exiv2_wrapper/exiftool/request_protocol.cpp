@@ -18,8 +18,8 @@ constexpr std::string_view kFinalMarker = " {ready}";
 // More in one read could take the beginning of what belongs to the next answer.
 constexpr std::size_t kChunkSize = 511;
 
-// An answer's room grows fourfold: a long one is then moved seldom, and room that isn't written to
-// takes no memory.
+// An answer's room grows fourfold: a long one is then moved seldom, and the system provides no page
+// before it is written to.
 constexpr std::size_t kGrowth = 4;
 
 // Moves what stands between two of them in one piece; without any it only looks.
