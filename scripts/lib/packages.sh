@@ -66,7 +66,7 @@ install_missing() {
         return 0
     fi
     echo "Installing ${missing[*]}"
-    as_root apt-get --quiet=2 update </dev/null >/dev/null
-    as_root env DEBIAN_FRONTEND=noninteractive apt-get --quiet=2 install --yes \
+    as_root apt-get --quiet=2 --option Acquire::Retries=3 update </dev/null >/dev/null
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get --quiet=2 --option Acquire::Retries=3 install --yes \
         --no-install-recommends "${missing[@]}" </dev/null >/dev/null
 }

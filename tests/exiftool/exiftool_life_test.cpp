@@ -1,8 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <thread>
-
 #include "exiftool/host_program.h"
 #include "exiftool/processes.h"
 #include "support/tool_directory.h"
@@ -15,18 +12,6 @@ const std::string kMarkerLine = "log|0|readTags: ignoring line: |{ready}\n";
 
 class ExiftoolLife : public ::testing::Test {
 protected:
-    // Waits for at most two seconds: so long may a tool outlive its host.
-    [[nodiscard]] static bool endsInTime(unsigned long processId) {
-        const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(2);
-        while (isProcessAlive(processId)) {
-            if (std::chrono::steady_clock::now() > limit) {
-                return false;
-            }
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        }
-        return true;
-    }
-
     ToolDirectory tool{"exiftool.exe"};
     ToolDirectory otherTool{"exiftool.exe"};
     std::string directory = tool.path().string();

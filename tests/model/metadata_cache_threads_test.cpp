@@ -84,19 +84,26 @@ TEST_F(MetadataCacheThreads, SharesAFailureAmongThreads) {
 }
 
 // Whoever computes gets the exception and whoever waits gets null. A thread that comes late, when
-// nothing is remembered any more, computes again: the runs tell how many did.
+// nothing is remembered any more, computes again: the runs tell how many did. Should all have come
+// late, which is up to the system, they are sent once more.
 TEST_F(MetadataCacheThreads, WakesEveryWaiterWithNullOnAnException) {
-    tool.answer({"-PXEkycv"}, {.output = kPrintAll, .gate = "go"});
     tool.answer({"pr"}, {.output = kSummaryThatRaises});
     constexpr std::size_t kThreads = 8;
-    std::size_t raised = 0;
+    constexpr int kMostRounds = 50;
     std::size_t woken = 0;
-    for (const Reply& reply : askAtOnce(tool, "go", kThreads, tool.makeFile("photo.jpg"))) {
-        raised += reply.outcome == Outcome::raised ? 1U : 0U;
-        woken += reply.outcome == Outcome::null ? 1U : 0U;
+    for (int round = 0; woken == 0 && round < kMostRounds; ++round) {
+        const std::string gate = "go" + std::to_string(round);
+        const std::filesystem::path file = tool.makeFile("photo" + std::to_string(round) + ".jpg");
+        tool.answer({"-PXEkycv"}, {.output = kPrintAll, .gate = gate}, file);
+        const std::size_t runsBefore = printAllRuns();
+        std::size_t raised = 0;
+        for (const Reply& reply : askAtOnce(tool, gate, kThreads, file)) {
+            raised += reply.outcome == Outcome::raised ? 1U : 0U;
+            woken += reply.outcome == Outcome::null ? 1U : 0U;
+        }
+        EXPECT_EQ(raised, printAllRuns() - runsBefore);
+        EXPECT_EQ(woken, kThreads - raised);
     }
-    EXPECT_EQ(raised, printAllRuns());
-    EXPECT_EQ(woken, kThreads - raised);
     EXPECT_GT(woken, 0U);
 }
 

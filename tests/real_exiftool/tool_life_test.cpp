@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <thread>
 
@@ -35,19 +36,6 @@ protected:
 
     [[nodiscard]] static std::string makeReadBy(const fs::path& tool, const fs::path& file) {
         return runHost({"init", utf8(tool), "tags", utf8(file), "-Make"}).output;
-    }
-
-    static bool allEnd(const std::set<unsigned long>& processes) {
-        const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(2);
-        for (const unsigned long process : processes) {
-            while (isProcessAlive(process)) {
-                if (std::chrono::steady_clock::now() > limit) {
-                    return false;
-                }
-                std::this_thread::sleep_for(std::chrono::milliseconds(1));
-            }
-        }
-        return true;
     }
 
     const std::string expected = "init 1\n" + kMarkerLine + "tags Make=Canon\n";
@@ -92,7 +80,7 @@ TEST_F(RealToolLife, EndsWithAHostThatIsKilled) {
     static_cast<void>(folder.makeFile("go"));
 
     EXPECT_NE(host.get().exitCode, 0);
-    EXPECT_TRUE(allEnd(running));
+    EXPECT_TRUE(std::all_of(running.begin(), running.end(), endsInTime));
 }
 
 TEST_F(RealToolLife, IsGoneAfterUninitialize) {

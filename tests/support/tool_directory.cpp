@@ -221,7 +221,7 @@ bool ToolDirectory::waitForCalls(std::size_t count) const {
 }
 
 bool ToolDirectory::waitForEvents(std::string_view kind, std::size_t count) const {
-    constexpr auto kLimit = std::chrono::seconds(30);
+    constexpr auto kLimit = std::chrono::minutes(2);
     const auto end = std::chrono::steady_clock::now() + kLimit;
     while (events(kind).size() < count) {
         if (std::chrono::steady_clock::now() > end) {
