@@ -4,6 +4,7 @@
 
 #include "companion/companion_fixture.h"
 #include "reader/payload.h"
+#include "support/read_file.h"
 #include "support/skip_or_fail.h"
 
 /// The companion and the real exiv2 on real camera files.
@@ -11,6 +12,7 @@ namespace companion_tests {
 namespace {
 
 using exiv2_companion::PixelSize;
+using test_support::readFile;
 
 namespace fs = std::filesystem;
 

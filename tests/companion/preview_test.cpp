@@ -3,11 +3,13 @@
 #include <sys/stat.h>
 
 #include "companion/companion_fixture.h"
+#include "support/read_file.h"
 
 namespace companion_tests {
 namespace {
 
 using exiv2_companion::PixelSize;
+using test_support::readFile;
 using ::testing::StartsWith;
 
 namespace fs = std::filesystem;

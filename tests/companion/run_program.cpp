@@ -7,15 +7,16 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <fstream>
-#include <iterator>
 #include <ostream>
 #include <stdexcept>
 
+#include "support/read_file.h"
 #include "support/tool_directory.h"
 
 namespace companion_tests {
 namespace {
+
+using test_support::readFile;
 
 std::vector<char*> nullTerminated(std::vector<std::string>& texts) {
     std::vector<char*> pointers;
@@ -68,11 +69,6 @@ ProgramEnd runProgram(const std::filesystem::path& program,
     }
     const int exitCode = waitForExitCode(child);
     return {exitCode, readFile(output), readFile(error)};
-}
-
-std::string readFile(const std::filesystem::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 }  // namespace companion_tests

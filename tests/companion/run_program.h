@@ -31,7 +31,4 @@ ProgramEnd runProgram(const std::filesystem::path& program,
                       const std::vector<std::string>& arguments,
                       const Surroundings& surroundings = {});
 
-/// A file's bytes; empty when it can't be read.
-std::string readFile(const std::filesystem::path& file);
-
 }  // namespace companion_tests

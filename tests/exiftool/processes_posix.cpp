@@ -1,10 +1,10 @@
 #include <signal.h>
 
 #include <fstream>
-#include <iterator>
 #include <string>
 
 #include "exiftool/processes.h"
+#include "support/read_file.h"
 
 namespace test_support {
 
@@ -30,8 +30,7 @@ std::set<unsigned long> exiftoolProcesses(const std::filesystem::path& folder) {
         if (name.find_first_not_of("0123456789") != std::string::npos) {
             continue;
         }
-        std::ifstream file(entry.path() / "cmdline", std::ios::binary);
-        const std::string commandLine{std::istreambuf_iterator<char>(file), {}};
+        const std::string commandLine = readFile(entry.path() / "cmdline");
         const std::string tool = (folder / "exiftool.exe").string();
         if (commandLine.find(tool + std::string("\0-stay_open", 11)) != std::string::npos &&
             isProcessAlive(std::stoul(name))) {

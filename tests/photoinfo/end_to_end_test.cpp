@@ -1,20 +1,14 @@
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 
 #include "photoinfo/photoinfo_fixture.h"
 #include "real_exiftool/fresh_images.h"
 #include "support/current_directory.h"
+#include "support/read_file.h"
 
 namespace test_support {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string bytesOf(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 /// The sample, the companion in front of the real exiv2, and the real exiftool.
 class PhotoinfoWithRealTools : public PhotoinfoProgramTest {
@@ -33,7 +27,7 @@ protected:
     }
 
     TemporaryDirectory tools;
-    NativeString sample = tools.makeFile("sample.jpg", bytesOf(SAMPLE)).native();
+    NativeString sample = tools.makeFile("sample.jpg", readFile(SAMPLE)).native();
 };
 
 TEST_F(PhotoinfoWithRealTools, FindsTheToolDirectoryGood) {
@@ -92,7 +86,7 @@ TEST_F(PhotoinfoWithRealTools, ExtractsAPreview) {
     EXPECT_EQ(preview.at("width"), 160);
     EXPECT_EQ(preview.at("height"), 107);
     EXPECT_EQ(preview.at("size"), fs::file_size(output));
-    EXPECT_EQ(bytesOf(output).substr(0, 2), "\xFF\xD8");
+    EXPECT_EQ(readFile(output).substr(0, 2), "\xFF\xD8");
 }
 
 TEST_F(PhotoinfoWithRealTools, CopiesMetadataIntoExports) {
@@ -123,7 +117,7 @@ TEST_F(PhotoinfoWithRealTools, TakesNamesThatLookLikeSomethingElse) {
     EXPECT_EQ(photoinfo({"tags", "--", "-all= #.jpg", "Model"}).exitCode, 0);
     EXPECT_EQ(jsonOf({"summary", "--", "-all= #.jpg"}, "summary").at("cameraModel"),
               "Canon EOS 6D");
-    EXPECT_EQ(bytesOf(photo), bytesOf(SAMPLE));
+    EXPECT_EQ(readFile(photo), readFile(SAMPLE));
 }
 
 }  // namespace

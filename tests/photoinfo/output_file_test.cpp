@@ -3,23 +3,21 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <fstream>
 #include <iterator>
 #include <string>
 
+#include "support/read_file.h"
 #include "support/tool_directory.h"
 
 namespace photoinfo {
 namespace {
 
+using test_support::readFile;
+
 constexpr std::array<unsigned char, 3> kBytes = {'n', 0, 'w'};
 
 class WriteWhole : public ::testing::Test {
 protected:
-    [[nodiscard]] static std::string bytesOf(const std::filesystem::path& file) {
-        std::ifstream stream(file, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
     [[nodiscard]] auto countFiles() const {
         return std::distance(std::filesystem::directory_iterator(folder.path()), {});
     }
@@ -31,7 +29,7 @@ TEST_F(WriteWhole, MakesAFile) {
     const auto file = folder.path() / "new";
 
     EXPECT_TRUE(writeWhole(file, kBytes));
-    EXPECT_EQ(bytesOf(file), std::string("n\0w", 3));
+    EXPECT_EQ(readFile(file), std::string("n\0w", 3));
     EXPECT_EQ(countFiles(), 1);
 }
 
@@ -39,7 +37,7 @@ TEST_F(WriteWhole, ReplacesAFile) {
     const auto file = folder.makeFile("old", "an older and longer one");
 
     EXPECT_TRUE(writeWhole(file, kBytes));
-    EXPECT_EQ(bytesOf(file), std::string("n\0w", 3));
+    EXPECT_EQ(readFile(file), std::string("n\0w", 3));
     EXPECT_EQ(countFiles(), 1);
 }
 

@@ -1,19 +1,13 @@
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 #include <set>
 
 #include "photoinfo/photoinfo_fixture.h"
+#include "support/read_file.h"
 
 namespace test_support {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string bytesOf(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 std::set<std::string> namesIn(const fs::path& folder) {
     std::set<std::string> names;
@@ -53,7 +47,7 @@ TEST_F(PhotoinfoPreview, WritesThePreviewIntoAFile) {
                                                          "  Written             " +
                                                          shown(output) + ", 11 bytes\n",
                                                      ""}));
-    EXPECT_EQ(bytesOf(output), "the preview");
+    EXPECT_EQ(readFile(output), "the preview");
     EXPECT_EQ(namesIn(results.path()), std::set<std::string>{"preview.jpg"});
 }
 
@@ -88,7 +82,7 @@ TEST_F(PhotoinfoPreview, ReplacesAnEarlierOne) {
     results.makeFile("preview.jpg", "an earlier, longer preview");
 
     EXPECT_EQ(preview(photo, output).exitCode, 0);
-    EXPECT_EQ(bytesOf(output), "the preview");
+    EXPECT_EQ(readFile(output), "the preview");
 }
 
 TEST_F(PhotoinfoPreview, RefusesToReplaceThePhoto) {
@@ -99,7 +93,7 @@ TEST_F(PhotoinfoPreview, RefusesToReplaceThePhoto) {
               (ProgramResult{4, "",
                              "photoinfo: " + shown(photo) +
                                  ": the preview would replace the photo itself\n"}));
-    EXPECT_EQ(bytesOf(photo), "the photo");
+    EXPECT_EQ(readFile(photo), "the photo");
 }
 
 TEST_F(PhotoinfoPreview, RefusesToReplaceAFolder) {

@@ -1,10 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
+#include "support/read_file.h"
 #include "support/run_program.h"
 #include "support/tool_directory.h"
 
@@ -69,8 +68,7 @@ TEST_F(Example, PreviewWritesTheBytesOfAPreview) {
 
     EXPECT_EQ(result.exitCode, 0) << result.error;
     EXPECT_EQ(result.output, "640 x 427\n");
-    std::ifstream stream(file, std::ios::binary);
-    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(stream), {}), "picture");
+    EXPECT_EQ(readFile(file), "picture");
 }
 
 TEST_F(Example, PreviewTakesASizedPayloadToo) {

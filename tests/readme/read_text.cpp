@@ -1,8 +1,8 @@
 #include "readme/read_text.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
+
+#include "support/read_file.h"
 
 namespace test_support {
 
@@ -13,8 +13,7 @@ fs::path sourcePath(const char* relative) {
 }
 
 std::string readText(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    std::string text(std::istreambuf_iterator<char>(stream), {});
+    std::string text = readFile(file);
     std::erase(text, '\r');
     return text;
 }

@@ -2,14 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 #include <thread>
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
 #include "exiv2_wrapper/runner/tool_location.h"
 #include "runner/awkward_arguments.h"
 #include "support/log_capture.h"
+#include "support/read_file.h"
 #include "support/this_process.h"
 #include "support/tool_directory.h"
 
@@ -24,13 +23,9 @@ using test_support::LogCapture;
 using test_support::LogLine;
 using test_support::native;
 using test_support::randomArguments;
+using test_support::readFile;
 using test_support::RedirectedStreams;
 using test_support::ToolDirectory;
-
-std::string readFile(const std::filesystem::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 class ProcessRunner : public ::testing::Test {
 protected:

@@ -6,10 +6,10 @@
 #include <cctype>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
+
+#include "support/read_file.h"
 
 namespace test_support {
 
@@ -37,11 +37,6 @@ inline std::vector<std::filesystem::path> listFiles(const std::filesystem::path&
 inline std::filesystem::path printoutFolder() {
     const char* const folder = std::getenv("EXIV2_WRAPPER_PRINTOUTS");
     return folder == nullptr ? "" : folder;
-}
-
-inline std::string readFile(const std::filesystem::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 /// A test's name for a photo.

@@ -1,19 +1,10 @@
 #include "support/run_program.h"
 
-#include <fstream>
-#include <iterator>
 #include <ostream>
 
+#include "support/read_file.h"
+
 namespace test_support {
-
-namespace {
-
-std::string readFile(const std::filesystem::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
-}  // namespace
 
 void PrintTo(const ProgramResult& result, std::ostream* stream) {
     *stream << "exit code " << result.exitCode << "\nstandard output:\n"

@@ -4,9 +4,10 @@
 #include <chrono>
 #include <cstdio>
 #include <fstream>
-#include <iterator>
 #include <string_view>
 #include <thread>
+
+#include "support/read_file.h"
 
 namespace stand_in {
 
@@ -14,10 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string readFile(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
+using test_support::readFile;
 
 // A gate is a file that the test makes when it lets the tool go on.
 void waitForGate(const fs::path& directory, const std::string& gate) {

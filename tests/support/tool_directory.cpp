@@ -5,11 +5,12 @@
 #include <chrono>
 #include <cstring>
 #include <fstream>
-#include <iterator>
 #include <nlohmann/json.hpp>
 #include <random>
 #include <system_error>
 #include <thread>
+
+#include "support/read_file.h"
 
 namespace test_support {
 
@@ -25,11 +26,6 @@ fs::path fromUtf8(std::string_view text) {
 std::string toUtf8(const fs::path& path) {
     const std::u8string text = path.u8string();
     return {reinterpret_cast<const char*>(text.data()), text.size()};
-}
-
-std::string readFile(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 void writeFile(const fs::path& file, std::string_view bytes) {

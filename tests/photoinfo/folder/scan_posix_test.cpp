@@ -8,12 +8,11 @@
 #include <array>
 #include <csignal>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
 #include <string_view>
 
 #include "photoinfo/photoinfo_fixture.h"
+#include "support/read_file.h"
 
 extern char** environ;
 
@@ -118,11 +117,6 @@ std::string lineLeftBy(std::string_view text) {
     return line.substr(0, line.find_last_not_of(' ') + 1);
 }
 
-std::string bytesOf(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
 class PhotoinfoScanOnPosix : public PhotoinfoTest {
 protected:
     [[nodiscard]] std::vector<std::string> words(const char* command) const {
@@ -158,9 +152,9 @@ TEST_F(PhotoinfoScanOnPosix, StopsAtCtrlCWithWhatItHas) {
     program.pressCtrlC();
 
     EXPECT_EQ(program.wait(), 130);
-    EXPECT_EQ(bytesOf(error), "photoinfo: stopped after 1 of 3 photos\n");
-    EXPECT_NE(bytesOf(output).find(first.native() + "  A"), std::string::npos);
-    EXPECT_EQ(bytesOf(output).find(second), std::string::npos);
+    EXPECT_EQ(readFile(error), "photoinfo: stopped after 1 of 3 photos\n");
+    EXPECT_NE(readFile(output).find(first.native() + "  A"), std::string::npos);
+    EXPECT_EQ(readFile(output).find(second), std::string::npos);
 }
 
 TEST_F(PhotoinfoScanOnPosix, WritesNoReportAfterCtrlC) {
@@ -177,10 +171,10 @@ TEST_F(PhotoinfoScanOnPosix, WritesNoReportAfterCtrlC) {
     program.pressCtrlC();
 
     EXPECT_EQ(program.wait(), 130);
-    EXPECT_EQ(bytesOf(error), "photoinfo: " + report.native() +
-                                  " is not written\n"
-                                  "photoinfo: stopped after 0 of 1 photo\n");
-    EXPECT_EQ(bytesOf(report), "an earlier one");
+    EXPECT_EQ(readFile(error), "photoinfo: " + report.native() +
+                                   " is not written\n"
+                                   "photoinfo: stopped after 0 of 1 photo\n");
+    EXPECT_EQ(readFile(report), "an earlier one");
 }
 
 TEST_F(PhotoinfoScanOnPosix, ShowsItsProgressOnATerminalAndWipesItAway) {
@@ -255,9 +249,9 @@ TEST_F(PhotoinfoScanOnPosix, ReportsAFolderThatCannotBeReadAndGoesOn) {
     }
 
     EXPECT_EQ(ForegroundProgram(arguments, output, error).wait(), 4);
-    EXPECT_EQ(bytesOf(error), "photoinfo: " + (photos.path() / "closed").native() +
-                                  ": the folder cannot be read\n");
-    EXPECT_NE(bytesOf(output).find("a.jpg"), std::string::npos);
+    EXPECT_EQ(readFile(error), "photoinfo: " + (photos.path() / "closed").native() +
+                                   ": the folder cannot be read\n");
+    EXPECT_NE(readFile(output).find("a.jpg"), std::string::npos);
 }
 
 }  // namespace

@@ -1,18 +1,12 @@
-#include <fstream>
-#include <iterator>
 
 #include "photoinfo/photoinfo_fixture.h"
+#include "support/read_file.h"
 #include "support/skip_or_fail.h"
 
 namespace test_support {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string bytesOf(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 void replace(std::string& text, std::string_view from, std::string_view to) {
     const std::size_t at = text.find(from);
@@ -53,7 +47,7 @@ protected:
         tool.answerMetadata(kSecond, "", photos.makeFile("b.jpg"));
         tool.answerMetadata(kHostile, "", photos.makeFile("<b>&amp;.jpg"));
         (void)photos.makeFile("d.jpg");
-        tool.answer({"-ep"}, {.output = "8 8 0 0 0 0\n" + bytesOf(SAMPLE)});
+        tool.answer({"-ep"}, {.output = "8 8 0 0 0 0\n" + readFile(SAMPLE)});
         ASSERT_EQ(photoinfo({"report", photos.path().native(), "-o", page.native()}).exitCode, 0);
     }
 
@@ -70,10 +64,10 @@ protected:
 
     /// What the driver wrote down.
     [[nodiscard]] Json drive(const std::string& fragment = {}) const {
-        std::string text = bytesOf(page);
+        std::string text = readFile(page);
         replace(text, "<meta http-equiv", "<meta name");
         replace(text, "<meta charset=\"utf-8\">",
-                "<meta charset=\"utf-8\"><script>" + bytesOf(DRIVER) + "</script>");
+                "<meta charset=\"utf-8\"><script>" + readFile(DRIVER) + "</script>");
         const fs::path driven = browser.makeFile("driven.html", text);
         const std::string document = open(driven, fragment).output;
         constexpr std::string_view kBegin = "<pre id=\"findings\">";
@@ -98,8 +92,8 @@ TEST_F(ReportInBrowser, ShowsEveryPhotoWithoutAComplaintOfTheBrowser) {
 }
 
 TEST_F(ReportInBrowser, RunsNoProgramButThePagesOwn) {
-    const fs::path changed =
-        browser.makeFile("changed.html", bytesOf(page) + "<script>document.title='owned'</script>");
+    const fs::path changed = browser.makeFile(
+        "changed.html", readFile(page) + "<script>document.title='owned'</script>");
 
     const ProgramResult result = open(changed);
 
@@ -168,7 +162,7 @@ TEST_F(ReportInBrowser, IsPictured) {
 
     (void)open(page, "", "--screenshot=" + picture.native());
 
-    EXPECT_EQ(bytesOf(picture).substr(1, 3), "PNG");
+    EXPECT_EQ(readFile(picture).substr(1, 3), "PNG");
     EXPECT_GT(fs::file_size(picture), 10'000U);
 }
 

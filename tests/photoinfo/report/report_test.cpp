@@ -1,7 +1,7 @@
-#include <fstream>
 #include <iterator>
 
 #include "photoinfo/photoinfo_fixture.h"
+#include "support/read_file.h"
 
 namespace test_support {
 namespace {
@@ -13,11 +13,6 @@ constexpr auto kPrintAll =
     "Exif.Image.Model              Ascii     13  Canon EOS 6D\n"
     "Exif.Image.Orientation        Short      1  6\n"
     "Exif.Photo.FNumber            Rational   1  56/10\n";
-
-std::string bytesOf(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 /// "photoinfo report" of a folder of its own.
 class PhotoinfoReport : public PhotoinfoTest {
@@ -36,7 +31,7 @@ protected:
     }
     /// The data of the written page.
     [[nodiscard]] Json data() const {
-        const std::string page = bytesOf(output);
+        const std::string page = readFile(output);
         constexpr std::string_view kBegin = "id=\"data\">";
         const std::size_t begin = page.find(kBegin) + kBegin.size();
         return Json::parse(page.substr(begin, page.find('<', begin) - begin));
@@ -119,9 +114,9 @@ TEST_F(PhotoinfoReport, MakesTheSamePageEachTime) {
     tool.answerMetadata(kPrintAll);
 
     EXPECT_EQ(report().exitCode, 0);
-    const std::string first = bytesOf(output);
+    const std::string first = readFile(output);
     EXPECT_EQ(report({native("--jobs"), native("1")}).exitCode, 0);
-    EXPECT_EQ(bytesOf(output), first);
+    EXPECT_EQ(readFile(output), first);
 }
 
 TEST_F(PhotoinfoReport, RefusesToReplaceAPhoto) {
@@ -130,14 +125,14 @@ TEST_F(PhotoinfoReport, RefusesToReplaceAPhoto) {
     EXPECT_EQ(reportInto(photo),
               (ProgramResult{
                   4, "", "photoinfo: " + shown(photo) + ": is a photo, and is not replaced\n"}));
-    EXPECT_EQ(bytesOf(photo), "the photo");
+    EXPECT_EQ(readFile(photo), "the photo");
 }
 
 TEST_F(PhotoinfoReport, RefusesToReplaceAFileThatItIsToAskAbout) {
     const fs::path file = photos.makeFile("a.bin", "the photo");
 
     EXPECT_EQ(reportInto(photos.path() / "." / "a.bin", {native("--all")}).exitCode, 4);
-    EXPECT_EQ(bytesOf(file), "the photo");
+    EXPECT_EQ(readFile(file), "the photo");
 }
 
 TEST_F(PhotoinfoReport, RefusesToReplaceAFolder) {

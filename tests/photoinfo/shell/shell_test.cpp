@@ -1,10 +1,9 @@
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 #include <regex>
 #include <set>
 
 #include "photoinfo/photoinfo_fixture.h"
+#include "support/read_file.h"
 #include "support/skip_or_fail.h"
 
 namespace test_support {
@@ -13,11 +12,6 @@ namespace {
 namespace fs = std::filesystem;
 
 using Words = std::set<std::string>;
-
-std::string bytesOf(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 Words matches(const std::string& text, const std::regex& pattern) {
     Words found;
@@ -67,7 +61,7 @@ protected:
     }
     /// The manual without the escapes of hyphens.
     [[nodiscard]] static std::string manual() {
-        return std::regex_replace(bytesOf(MANUAL), std::regex(R"(\\-)"), "-");
+        return std::regex_replace(readFile(MANUAL), std::regex(R"(\\-)"), "-");
     }
 };
 
@@ -167,8 +161,8 @@ TEST_F(PhotoinfoInTheShell, CompletesInFish) {
 }
 
 TEST_F(PhotoinfoInTheShell, NamesEveryCommandAndOptionForOtherShells) {
-    const std::string zsh = bytesOf(fs::path(COMPLETIONS) / "_photoinfo");
-    const std::string fish = bytesOf(fs::path(COMPLETIONS) / "photoinfo.fish");
+    const std::string zsh = readFile(fs::path(COMPLETIONS) / "_photoinfo");
+    const std::string fish = readFile(fs::path(COMPLETIONS) / "photoinfo.fish");
     for (const std::string& command : commands()) {
         EXPECT_NE(zsh.find("'" + command + ":"), std::string::npos) << command;
         EXPECT_NE(fish.find(" -a " + command + " "), std::string::npos) << command;
