@@ -64,11 +64,6 @@ bool ExiftoolProcess::stopAtUnload() {
     return true;
 }
 
-bool ExiftoolProcess::isRunning() const {
-    const std::lock_guard lock(requestLock_);
-    return isRunning_;
-}
-
 // Once, on the first request: a tool that couldn't get going has ended by then.
 void ExiftoolProcess::checkLiveness() {
     if (std::exchange(isLivenessChecked_, true)) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
@@ -38,7 +39,8 @@ public:
     /// started the tool, it does nothing and returns false, and this object must not be destroyed.
     [[nodiscard]] bool stopAtUnload();
 
-    [[nodiscard]] bool isRunning() const;
+    /// Waits for no request that is under way.
+    [[nodiscard]] bool isRunning() const { return isRunning_; }
 
 private:
     void checkLiveness();
@@ -46,9 +48,9 @@ private:
 
     std::unique_ptr<ToolChannel> channel_;
     std::uint32_t ownerProcessId_;
-    mutable std::mutex requestLock_;
-    bool isLivenessChecked_ = false;  // guarded by requestLock_
-    bool isRunning_ = false;          // guarded by requestLock_
+    std::mutex requestLock_;
+    bool isLivenessChecked_ = false;       // guarded by requestLock_
+    std::atomic<bool> isRunning_ = false;  // changed under requestLock_
 };
 
 /// The process-wide tool. The first call starts it in `exiftoolDir`; later calls ignore their

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <future>
 #include <iostream>
 #include <map>
 #include <string>
@@ -12,6 +13,7 @@
 #include <vector>
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
+#include "support/latch.h"
 #include "vesk_logger/log_sink.h"
 
 // A host application in small: does what its arguments say, in order, and prints what came of it.
@@ -49,6 +51,23 @@ void printTags(const std::filesystem::path& file, const std::string& arguments) 
     std::cout << std::endl;
 }
 
+// Returns what each thread was told; none begins before all are there.
+std::vector<bool> initializeByThreads(const std::filesystem::path& directory, std::size_t count) {
+    std::vector<std::future<bool>> results;
+    test_support::Latch start(static_cast<std::ptrdiff_t>(count));
+    for (std::size_t i = 0; i < count; ++i) {
+        results.push_back(std::async(std::launch::async, [&start, &directory] {
+            start.arrive_and_wait();
+            return exiftool::initialize(directory);
+        }));
+    }
+    std::vector<bool> told;
+    for (std::future<bool>& result : results) {
+        told.push_back(result.get());
+    }
+    return told;
+}
+
 class Arguments {
 public:
     explicit Arguments(std::vector<std::string> values) : values_(std::move(values)) {}
@@ -73,6 +92,10 @@ void print(const std::string& what, const Result& result) {
 bool perform(const std::string& command, Arguments& arguments) {
     if (command == "init") {
         print(command, exiftool::initialize(arguments.takePath()));
+    } else if (command == "init-by-eight-threads") {
+        for (const bool isRunning : initializeByThreads(arguments.takePath(), 8)) {
+            print("init", isRunning);
+        }
     } else if (command == "init-in-a-thread-that-ends") {
         std::thread([directory = arguments.takePath()] {
             print("init", exiftool::initialize(directory));

@@ -26,6 +26,12 @@ TEST_F(ExiftoolLife, IsStartedByTheFirstInitialize) {
     EXPECT_EQ(tool.calls().size(), 1U);
 }
 
+TEST_F(ExiftoolLife, IsStartedOnceByThreadsThatInitialiseAtTheSameMoment) {
+    EXPECT_EQ(runHost({"init-by-eight-threads", directory}).output,
+              "init 1\ninit 1\ninit 1\ninit 1\ninit 1\ninit 1\ninit 1\ninit 1\n");
+    EXPECT_EQ(tool.calls().size(), 1U);
+}
+
 TEST_F(ExiftoolLife, IgnoresTheDirectoryOfALaterInitialize) {
     EXPECT_EQ(
         runHost({"init", directory, "init", otherDirectory, "init", "", "tags", "a.jpg", "-Make"})

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <future>
 #include <thread>
 
 #include "exiftool/scripted_channel.h"
@@ -129,6 +131,23 @@ public:
     }
     void close() override {}
 };
+
+// With a tool that hangs, it would never be told otherwise.
+TEST(ExiftoolProcess, TellsWhetherItRunsWhileARequestIsUnderWay) {
+    auto owned = std::make_unique<GatedChannel>();
+    GatedChannel& channel = *owned;
+    ExiftoolProcess process(std::move(owned));
+    std::thread request([&process] { EXPECT_EQ(process.execute(kRequest), ""); });
+    channel.isUnderWay.wait();
+
+    std::future<bool> isRunning =
+        std::async(std::launch::async, [&process] { return process.isRunning(); });
+    EXPECT_EQ(isRunning.wait_for(std::chrono::minutes(1)), std::future_status::ready);
+
+    channel.mayEnd.count_down();
+    request.join();
+    EXPECT_TRUE(isRunning.get());
+}
 
 TEST(ExiftoolProcess, IsLeftAloneAtUnloadWhileARequestIsUnderWay) {
     auto owned = std::make_unique<GatedChannel>();
