@@ -81,7 +81,7 @@ platform::ErrorCode ProcessChannel::countActiveProcesses(std::uint32_t& count) {
 
 void ProcessChannel::close() {
     closePipes();
-    platform::endService(service_);
+    platform::awaitQuit(service_);
 }
 
 bool ProcessChannel::makePipes() {

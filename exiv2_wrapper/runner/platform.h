@@ -142,10 +142,14 @@ void settleService(Service& service);
 /// How many processes of the tool are alive.
 [[nodiscard]] ErrorCode countActiveProcesses(const Service& service, std::uint32_t& count);
 
-/// For a tool that has been asked to quit and whose pipes are closed. On Windows the job handle is
-/// given up without closing it, which would end a tool that is still at quitting; the system closes
-/// it with the host. On POSIX it waits for the tool's end, for a second at most: then the guard
-/// ends it. No process is left behind.
+/// Gives a tool that has been asked to quit, and whose pipes are closed, its time: it is never
+/// ended for being slow. On POSIX it is waited for, a second at most, and reaped; one that takes
+/// longer goes on under its guard until `endService`.
+void awaitQuit(Service& service);
+
+/// Parts with the tool for good. On Windows the job handle is given up without closing it, which
+/// would end a tool that is still at quitting; the system closes it with the host. On POSIX the
+/// guard ends a tool that is still there. No process is left behind.
 void endService(Service& service);
 
 /// This process's id: after a fork, what the parent started isn't the child's to end.

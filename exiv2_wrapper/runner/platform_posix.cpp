@@ -192,7 +192,7 @@ private:
 constexpr auto kGuardProgram = "/bin/sh";
 constexpr auto kGuardScript = "read -r line; kill -9 0";
 
-// How long a tool that was asked to quit may take.
+// How long a tool that was asked to quit is waited for.
 constexpr int kQuitMilliseconds = 1000;
 
 ErrorCode startGuard(const Handle& lifeline, Process& guard) {
@@ -348,8 +348,14 @@ ErrorCode countActiveProcesses(const Service& service, std::uint32_t& count) {
     return 0;
 }
 
-void endService(Service& service) {
+void awaitQuit(Service& service) {
     waitForEnd(service.process, kQuitMilliseconds);
+    if (!isAlive(service.process)) {
+        endService(service);
+    }
+}
+
+void endService(Service& service) {
     service.job.close();  // the guard ends what is left
     // Somebody has ended the guard: the group's number is still its own while the tool is in it.
     if (isAlive(service.process) && !isAlive(service.guard)) {

@@ -223,6 +223,8 @@ ErrorCode countActiveProcesses(const Service& service, std::uint32_t& count) {
     return 0;
 }
 
+void awaitQuit(Service&) {}
+
 void endService(Service& service) {
     service.job.release();
 }

@@ -144,10 +144,23 @@ TEST_F(ExiftoolOnPosix, WaitsUntilTheToolHasQuit) {
     EXPECT_FALSE(hasChildren());
 }
 
-TEST_F(ExiftoolOnPosix, EndsAToolThatDoesntQuit) {
+TEST_F(ExiftoolOnPosix, LeavesAToolAloneThatTakesItsTimeToQuit) {
     tool.live({.ignoreQuit = true});
     start();
     stop();
+    EXPECT_TRUE(test_support::isProcessAlive(toolId));
+    EXPECT_EQ(livingGroupOf(toolId).size(), 2U);  // it is guarded still
+
+    test_support::killProcess(toolId);
+    channel.reset();
+    EXPECT_FALSE(hasChildren());
+}
+
+TEST_F(ExiftoolOnPosix, EndsAToolThatDoesntQuitWithItsOwner) {
+    tool.live({.ignoreQuit = true});
+    start();
+    stop();
+    channel.reset();
     EXPECT_EQ(tool.countQuits(), 1U);
     EXPECT_FALSE(test_support::isProcessAlive(toolId));
     EXPECT_FALSE(hasChildren());
@@ -162,6 +175,7 @@ TEST_F(ExiftoolOnPosix, EndsAToolThatDoesntQuitEvenWithoutItsGuard) {
         }
     }
     stop();
+    channel.reset();
     EXPECT_FALSE(test_support::isProcessAlive(toolId));
     EXPECT_FALSE(hasChildren());
 }

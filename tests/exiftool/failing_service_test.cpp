@@ -158,7 +158,7 @@ protected:
 
 TEST_F(Service, IsToldToQuitAndItsJobIsNotClosed) {
     process->stop();
-    EXPECT_EQ(service().calls, joined(kQuit, {"end service"}));
+    EXPECT_EQ(service().calls, joined(kQuit, {"await quit"}));
 }
 
 TEST_F(Service, IsAskedForLifeBeforeItsFirstRequestOnly) {

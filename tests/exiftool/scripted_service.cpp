@@ -127,6 +127,10 @@ ErrorCode countActiveProcesses(const Service&, std::uint32_t& count) {
     return note("count active processes");
 }
 
+void awaitQuit(Service&) {
+    note("await quit");
+}
+
 // As on Windows: the job is given up unclosed.
 void endService(Service& service) {
     note("end service");

@@ -349,6 +349,13 @@ ErrorCode countActiveProcesses(const Service&, std::uint32_t& count) {
     return 0;
 }
 
+void awaitQuit(Service& service) {
+    Access access;
+    if (!access.isServiceAlive()) {
+        access.endService(service);
+    }
+}
+
 void endService(Service& service) {
     Access().endService(service);
 }
