@@ -168,8 +168,8 @@ void endService(Service& service);
 
 /// The path in narrow form, as log lines show it. On Windows UTF-8 when the C locale's code page
 /// is UTF-8, otherwise the code page of the file functions (ANSI or OEM), with a substitute for
-/// what that page lacks; the standard library's own conversion differs between compilers and may
-/// throw. On POSIX the path's bytes.
+/// what that page lacks, never a look-alike; the standard library's own conversion differs between
+/// compilers and may throw. On POSIX the path's bytes.
 [[nodiscard]] std::string narrowPath(const std::filesystem::path& path);
 
 /// The path that a narrow text stands for, read as narrowPath writes it. Raises std::system_error

@@ -43,7 +43,14 @@ UINT narrowCodePage() {
     if (___lc_codepage_func() == CP_UTF8) {
         return CP_UTF8;
     }
-    return AreFileApisANSI() != 0 ? CP_ACP : CP_OEMCP;
+    return AreFileApisANSI() != 0 ? GetACP() : GetOEMCP();
+}
+
+// Without look-alikes: "a" in place of "\u0101" would name another file, where "?" can name none.
+// The code pages that know every character don't take the flag.
+DWORD narrowingFlags(UINT codePage) {
+    constexpr UINT kGb18030 = 54936;
+    return codePage == CP_UTF8 || codePage == kGb18030 ? 0 : WC_NO_BEST_FIT_CHARS;
 }
 
 std::string narrowBy(UINT codePage, const std::wstring& wide) {
@@ -51,13 +58,14 @@ std::string narrowBy(UINT codePage, const std::wstring& wide) {
         return {};
     }
     const int wideLength = static_cast<int>(wide.size());
+    const DWORD flags = narrowingFlags(codePage);
     const int length =
-        WideCharToMultiByte(codePage, 0, wide.data(), wideLength, nullptr, 0, nullptr, nullptr);
+        WideCharToMultiByte(codePage, flags, wide.data(), wideLength, nullptr, 0, nullptr, nullptr);
     if (length <= 0) {
         return {};
     }
     std::string narrow(static_cast<std::size_t>(length), '\0');
-    WideCharToMultiByte(codePage, 0, wide.data(), wideLength, narrow.data(), length, nullptr,
+    WideCharToMultiByte(codePage, flags, wide.data(), wideLength, narrow.data(), length, nullptr,
                         nullptr);
     return narrow;
 }

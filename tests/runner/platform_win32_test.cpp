@@ -4,6 +4,7 @@
 #include <shellapi.h>
 
 #include <clocale>
+#include <fstream>
 
 #include "exiv2_wrapper/runner/platform.h"
 #include "exiv2_wrapper/runner/process_runner.h"
@@ -58,9 +59,9 @@ TEST(CommandLineToArgv, BringsRandomArgumentsBack) {
 
 std::string byCodePage(UINT codePage, const std::wstring& wide) {
     std::string narrow(4 * wide.size(), '\0');
-    const int length =
-        WideCharToMultiByte(codePage, 0, wide.data(), static_cast<int>(wide.size()), narrow.data(),
-                            static_cast<int>(narrow.size()), nullptr, nullptr);
+    const int length = WideCharToMultiByte(codePage, WC_NO_BEST_FIT_CHARS, wide.data(),
+                                           static_cast<int>(wide.size()), narrow.data(),
+                                           static_cast<int>(narrow.size()), nullptr, nullptr);
     narrow.resize(static_cast<std::size_t>(length));
     return narrow;
 }
@@ -89,6 +90,12 @@ TEST(NarrowPath, TakesALoneSurrogate) {
     EXPECT_EQ(narrowPath(L"a\xD83D.jpg"), byCodePage(CP_ACP, L"a\xD83D.jpg"));
 }
 
+// "a" would name another file.
+TEST(NarrowPath, HasNoLookAlikeForALetterThatTheCodePageLacks) {
+    EXPECT_NE(narrowPath(L"\u0101.jpg"), "a.jpg");
+    EXPECT_NE(narrowPath(L"C:\u2216a.jpg"), "C:\\a.jpg");
+}
+
 TEST(Utf8Path, WritesALoneSurrogateAsThreeBytes) {
     EXPECT_EQ(utf8Path(L"a\xD83D.jpg"), "a\xED\xA0\xBD.jpg");
     EXPECT_EQ(utf8Path(L"\xDCF7\xD83D"), "\xED\xB3\xB7\xED\xA0\xBD");
@@ -98,7 +105,7 @@ TEST(WidePath, IsThePathAsItIs) {
     EXPECT_EQ(widePath(L"a\xD83D.jpg"), L"a\xD83D.jpg");
 }
 
-// ---- many runs
+// ---- the tool as it is started
 
 class StartedTool : public ::testing::Test {
 protected:
@@ -116,6 +123,23 @@ TEST_F(StartedTool, IsFoundInAFolderBeyondAsciiOnlyWhereNarrowTextIsUtf8) {
     const bool isUtf8 = narrowPath(L"\u00E4") == "\xC3\xA4";
     EXPECT_EQ(runExiv2Cli({native("--version")}, output), isUtf8);
     EXPECT_EQ(oddTool.calls().size(), isUtf8 ? 1U : 0U);
+}
+
+// A tool in a folder of a similar name is another one.
+TEST_F(StartedTool, IsNotTakenFromAFolderWhoseNameLooksAlike) {
+    const std::filesystem::path plain = tool.path() / "a";
+    std::filesystem::create_directory(plain);
+    std::filesystem::copy_file(tool.toolPath(), plain / "exiv2.exe");
+    std::filesystem::copy(tool.path() / "exiv2.exe.d", plain / "exiv2.exe.d",
+                          std::filesystem::copy_options::recursive);
+    const std::filesystem::path accented = tool.path() / L"\u0101";
+    std::filesystem::create_directory(accented);
+    static_cast<void>(std::ofstream(accented / "exiv2.exe"));  // no program
+
+    exiv2ExecutablePath = plain / "exiv2.exe";
+    EXPECT_TRUE(runExiv2Cli({native("--version")}, output));
+    exiv2ExecutablePath = accented / "exiv2.exe";
+    EXPECT_FALSE(runExiv2Cli({native("--version")}, output));
 }
 
 TEST_F(StartedTool, LeavesNoHandleBehind) {
