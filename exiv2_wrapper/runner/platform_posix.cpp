@@ -5,7 +5,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
+#include <climits>
 #include <ctime>
 #include <string>
 #include <system_error>
@@ -234,6 +236,17 @@ void waitForEnd(const Process& process, int milliseconds) {
     }
 }
 
+// The current directory when the library was loaded: the name by which the system knows the library
+// may be relative to it.
+struct DirectoryAtLoad {
+    DirectoryAtLoad() : isKnown(getcwd(path.data(), path.size()) != nullptr) {}
+
+    std::array<char, PATH_MAX> path{};
+    bool isKnown;
+};
+
+const DirectoryAtLoad directoryAtLoad;
+
 }  // namespace
 
 // A descriptor is gone after close, whatever close returns; trying again could hit another's.
@@ -380,9 +393,10 @@ std::filesystem::path libraryFile() {
         return {};
     }
     const std::filesystem::path file = info.dli_fname;
-    std::error_code error;
-    const std::filesystem::path absolute = std::filesystem::absolute(file, error);
-    return error ? file : absolute;
+    if (file.is_relative() && !directoryAtLoad.isKnown) {
+        return {};
+    }
+    return directoryAtLoad.path.data() / file;
 }
 
 int widenUtf8(std::string_view utf8, std::span<wchar_t> wide) {

@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <windows.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -12,26 +11,6 @@ namespace exiftool::internal {
 namespace {
 
 using test_support::ToolDirectory;
-
-// The library as a host has it that loads and unloads it while it runs.
-class LoadedLibrary {
-public:
-    LoadedLibrary() : library_(LoadLibraryA(EXIV2_WRAPPER_LIBRARY)) {}
-    LoadedLibrary(const LoadedLibrary&) = delete;
-    LoadedLibrary& operator=(const LoadedLibrary&) = delete;
-    ~LoadedLibrary() { FreeLibrary(library_); }
-
-    [[nodiscard]] bool initialize(const std::filesystem::path& directory) const {
-        using Initialize = bool (*)(const std::filesystem::path&);
-        const FARPROC address =
-            GetProcAddress(library_, "_ZN8exiftool10initializeERKNSt10filesystem7__cxx114pathE");
-        return address != nullptr &&
-               reinterpret_cast<Initialize>(reinterpret_cast<void*>(address))(directory);
-    }
-
-private:
-    HMODULE library_;
-};
 
 // The path by which the tool in this folder is started.
 std::filesystem::path startPathIn(std::string_view folderPrefix) {
@@ -76,16 +55,6 @@ TEST(ExiftoolOnWindows, IsStartedByAnUnquotedPathThoughItsFolderHasBlanks) {
     const std::vector<test_support::Arguments> expected = {
         {L"folder\\exiftool.exe", L"-stay_open", L"true", L"-@", L"-"}};
     EXPECT_EQ(other.calls(), expected);
-}
-
-TEST(ExiftoolOnWindows, IsAskedToQuitWhenTheLibraryIsUnloaded) {
-    ToolDirectory tool("exiftool.exe");
-    {
-        LoadedLibrary library;
-        ASSERT_TRUE(library.initialize(tool.path()));
-    }
-    EXPECT_TRUE(tool.waitForEvents("quit", 1));
-    EXPECT_EQ(tool.countQuits(), 1U);
 }
 
 }  // namespace

@@ -1,12 +1,14 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
 #include "interface/exported_header_alone.h"
 #include "interface/loaded_library.h"
+#include "support/current_directory.h"
 #include "support/tool_directory.h"
 #include "vesk_logger/log_sink.h"
 
@@ -14,6 +16,7 @@
 namespace {
 
 using test_support::Arguments;
+using test_support::CurrentDirectory;
 using test_support::LoadedLibrary;
 using test_support::native;
 using test_support::ToolDirectory;
@@ -136,6 +139,32 @@ TEST_F(LibraryElsewhere, FindsTheToolBesideItself) {
     ASSERT_NE(initialize, nullptr);
     EXPECT_TRUE(initialize({}));
     EXPECT_EQ(tool.calls(), std::vector<Arguments>{{native("--version")}});
+}
+
+// By a name that means something else, or nothing, in the host's next folder.
+TEST_F(LibraryElsewhere, FindsTheToolBesideItselfWhenItWasLoadedByARelativePath) {
+    const ToolDirectory tool;
+    const std::filesystem::path copy = copyInto(tool.path());
+    auto isThere = std::make_unique<CurrentDirectory>(tool.path());
+    const LoadedLibrary library("." / copy.filename());
+    isThere.reset();
+    auto* const initialize = library.find<Initialize>(INITIALIZE_SYMBOL);
+    ASSERT_NE(initialize, nullptr);
+    EXPECT_TRUE(initialize({}));
+}
+
+TEST_F(LibraryElsewhere, AsksExiftoolToQuitWhenItIsUnloaded) {
+    const ToolDirectory tool("exiftool.exe");
+    const test_support::TemporaryDirectory folder;
+    {
+        const LoadedLibrary library(copyInto(folder.path()));
+        auto* const initialize = library.find<Initialize>(INITIALIZE_EXIFTOOL_SYMBOL);
+        ASSERT_NE(initialize, nullptr);
+        EXPECT_TRUE(initialize(tool.path()));
+        EXPECT_EQ(tool.countQuits(), 0U);
+    }
+    EXPECT_TRUE(tool.waitForEvents("quit", 1));
+    EXPECT_EQ(tool.countQuits(), 1U);
 }
 
 TEST_F(LibraryElsewhere, LooksForTheToolNowhereElse) {
