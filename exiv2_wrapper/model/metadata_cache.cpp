@@ -9,7 +9,6 @@
 #include <mutex>
 #include <optional>
 #include <string_view>
-#include <system_error>
 #include <unordered_map>
 #include <utility>
 
@@ -211,12 +210,7 @@ std::shared_ptr<const CliExifMetadata> readExifMetadataFromCliCached(
 }
 
 std::string makeCacheKey(const std::filesystem::path& file) {
-    std::error_code error;
-    std::filesystem::path path = std::filesystem::absolute(file, error);
-    if (error) {
-        path = file;
-    }
-    std::string key = utf8Path(path.lexically_normal().make_preferred());
+    std::string key = utf8Path(fullPath(file).lexically_normal().make_preferred());
     lowerCase(key);
     return key;
 }

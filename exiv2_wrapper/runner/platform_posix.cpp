@@ -386,6 +386,12 @@ std::filesystem::path shortPath(const std::filesystem::path&) {
     return {};
 }
 
+std::filesystem::path fullPath(const std::filesystem::path& path) {
+    std::error_code error;
+    std::filesystem::path full = std::filesystem::absolute(path, error);
+    return error ? path : full;
+}
+
 std::filesystem::path libraryFile() {
     Dl_info info{};
     if (dladdr(reinterpret_cast<const void*>(&libraryFile), &info) == 0 ||

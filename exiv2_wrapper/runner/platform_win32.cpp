@@ -248,6 +248,22 @@ std::filesystem::path shortPath(const std::filesystem::path& path) {
     return length != 0 ? std::filesystem::path(name.data()) : std::filesystem::path();
 }
 
+std::filesystem::path fullPath(const std::filesystem::path& path) {
+    std::wstring full(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD length =
+            GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr);
+        if (length == 0) {
+            return path;
+        }
+        const bool isWhole = length < full.size();  // or else it counts the zero at its end too
+        full.resize(length);
+        if (isWhole) {
+            return full;
+        }
+    }
+}
+
 std::filesystem::path libraryFile() {
     HMODULE library = nullptr;
     constexpr DWORD kFlags =

@@ -368,6 +368,10 @@ std::filesystem::path shortPath(const std::filesystem::path&) {
     return {};
 }
 
+std::filesystem::path fullPath(const std::filesystem::path& path) {
+    return std::filesystem::absolute(path);
+}
+
 std::filesystem::path libraryFile() {
     return {};
 }

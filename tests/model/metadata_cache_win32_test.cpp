@@ -13,6 +13,24 @@ TEST(CacheKey, IgnoresTheCaseOfTheDrive) {
     EXPECT_EQ(makeCacheKey(L"c:\\photo.jpg"), makeCacheKey(L"C:\\photo.jpg"));
 }
 
+TEST(CacheKey, KeepsAShareOfTheNetworkApartFromADrive) {
+    const std::string share = makeCacheKey(L"\\\\server\\photos\\a.jpg");
+    const std::filesystem::path drive = std::filesystem::current_path().root_name();
+    EXPECT_NE(share, makeCacheKey(drive / L"\\server\\photos\\a.jpg"));
+    EXPECT_EQ(share, makeCacheKey(L"\\\\SERVER\\photos/more/..\\A.jpg"));
+}
+
+// The system opens the same file for all of these.
+TEST(CacheKey, IsWithoutDotsAndBlanksAtTheEndOfTheName) {
+    EXPECT_EQ(makeCacheKey(L"C:\\photo.jpg."), "c:\\photo.jpg");
+    EXPECT_EQ(makeCacheKey(L"C:\\photo.jpg "), "c:\\photo.jpg");
+}
+
+TEST(CacheKey, MayBeLong) {
+    const std::wstring name(300, L'x');
+    EXPECT_EQ(makeCacheKey(L"C:\\" + name), "c:\\" + std::string(300, 'x'));
+}
+
 TEST(CacheKey, KeepsLoneSurrogatesApart) {
     EXPECT_EQ(makeCacheKey(L"C:\\\xD83D.jpg"), "c:\\\xED\xA0\xBD.jpg");
     EXPECT_EQ(makeCacheKey(L"C:\\\xDCF7.jpg"), "c:\\\xED\xB3\xB7.jpg");
