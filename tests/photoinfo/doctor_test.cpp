@@ -67,6 +67,14 @@ TEST_F(PhotoinfoDoctor, WarnsOfAToolWithoutThePreviewCall) {
               std::string::npos);
 }
 
+// An editor can do without previews, so what else is wrong counts, wherever it stands.
+TEST_F(PhotoinfoDoctor, EndsWithWhatIsWorseThanNoPreviewCall) {
+    tool.answer({"-ep"}, {.exitCode = 1});
+    letExiv2Work();
+
+    EXPECT_EQ(doctor().exitCode, 5);
+}
+
 TEST_F(PhotoinfoDoctor, MissesBothTools) {
     const ProgramResult result =
         run({native("doctor"), native("--tools"), scratch.path().native()});

@@ -22,7 +22,7 @@ enum class CheckState {
 class DoctorReport {
 public:
     /// Adds a check. `whenNotOk` is what the program ends with if it came out other than ok and no
-    /// check before it did.
+    /// check came out worse; the preview call is the least, and of two alike the first counts.
     void add(std::string_view check, ExitCode whenNotOk, CheckState state,
              std::string_view detail = {});
 
