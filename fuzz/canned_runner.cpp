@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include <algorithm>
-
 #include "exiv2_wrapper/runner/process_runner.h"
 
 namespace fuzz {

@@ -25,7 +25,7 @@ std::vector<std::uint64_t> tagValues(const Exiv2::ExifData& tags, const char* na
         return {};
     }
     std::vector<std::uint64_t> values;
-    for (auto i = tag->count() - tag->count(); i < tag->count(); ++i) {
+    for (decltype(tag->count()) i = 0; i < tag->count(); ++i) {
         const auto value = [&](const auto& datum) {
             if constexpr (requires { datum.toInt64(i); }) {  // libexiv2 0.28 renamed it
                 return datum.toInt64(i);
