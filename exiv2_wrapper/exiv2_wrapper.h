@@ -176,11 +176,11 @@ struct TopBottomOffset {
 /// The bytes live only during the call.
 ///
 /// False, without a call of `onSize`, when there is no preview or the tool fails. Such a failure is
-/// logged and remembered: the same request fails at once from then on, in silence. At most 1000
-/// requests are remembered; when the next fails, some 200 of them are forgotten. What is remembered
-/// tells files apart by their paths without regard to ASCII letter case, with the first characters
-/// overwritten by both sizes: paths that differ only there share their failures. A callback's false
-/// isn't remembered.
+/// logged, a header that can't be read in a DNG apart, and remembered: the same request fails at
+/// once from then on, in silence. At most 1000 requests are remembered; when the next fails, some
+/// 200 of them are forgotten. What is remembered tells files apart by their paths without regard to
+/// ASCII letter case, with the first characters overwritten by both sizes: paths that differ only
+/// there share their failures. A callback's false isn't remembered.
 ///
 /// Raises std::range_error for a `format` that is no valid UTF-8.
 EXIV2_WRAPPER_API bool readExiv2Thumbnail(
