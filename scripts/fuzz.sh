@@ -70,7 +70,7 @@ run_fuzzer() {
     mkdir -p "$learnt" build/fuzz/findings
     if ! "build/fuzz/bin/${name}_fuzzer" "$(limit)" -max_len="$(longest_of "$name")" \
         -dict="$(dictionary_of "$name")" -artifact_prefix="build/fuzz/findings/$name-" \
-        -detect_leaks=0 -timeout=20 -rss_limit_mb=4096 -print_final_stats=1 \
+        -detect_leaks=0 -timeout=60 -rss_limit_mb=4096 -print_final_stats=1 \
         "$learnt" "fuzz/corpus/$name" >"$log" 2>&1; then
         tail --lines=50 "$log" >&2
         return 1

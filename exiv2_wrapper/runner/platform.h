@@ -143,7 +143,7 @@ void settleService(Service& service);
 [[nodiscard]] ErrorCode countActiveProcesses(const Service& service, std::uint32_t& count);
 
 /// Gives a tool that has been asked to quit, and whose pipes are closed, its time: it is never
-/// ended for being slow. On POSIX it is waited for, a second at most, and reaped; one that takes
+/// ended for being slow. On POSIX it is waited for, two seconds at most, and reaped; one that takes
 /// longer goes on under its guard until `endService`.
 void awaitQuit(Service& service);
 

@@ -195,7 +195,7 @@ constexpr auto kGuardProgram = "/bin/sh";
 constexpr auto kGuardScript = "read -r line; kill -9 0";
 
 // How long a tool that was asked to quit is waited for.
-constexpr int kQuitMilliseconds = 1000;
+constexpr int kQuitMilliseconds = 2000;
 
 ErrorCode startGuard(const Handle& lifeline, Process& guard) {
     SpawnPlan plan;

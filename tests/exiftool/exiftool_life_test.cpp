@@ -27,8 +27,9 @@ TEST_F(ExiftoolLife, IsStartedByTheFirstInitialize) {
 }
 
 TEST_F(ExiftoolLife, IsStartedOnceByThreadsThatInitialiseAtTheSameMoment) {
-    EXPECT_EQ(runHost({"init-by-eight-threads", directory}).output,
-              "init 1\ninit 1\ninit 1\ninit 1\ninit 1\ninit 1\ninit 1\ninit 1\n");
+    EXPECT_EQ(runHost({"init-by-eight-threads", directory, "tags", "a.jpg", "-Make"}).output,
+              "init 1\ninit 1\ninit 1\ninit 1\ninit 1\ninit 1\ninit 1\ninit 1\n" + kMarkerLine +
+                  "tags\n");
     EXPECT_EQ(tool.calls().size(), 1U);
 }
 
@@ -92,7 +93,7 @@ TEST_F(ExiftoolLife, EndsWithAHostThatEnds) {
     tool.live({.ignoreQuit = true});
     runHost({"init", directory, "tags", "a.jpg", "-Make"});
     ASSERT_EQ(tool.processIds().size(), 1U);
-    EXPECT_TRUE(endsInTime(tool.processIds()[0]));
+    EXPECT_TRUE(ends(tool.processIds()[0]));
 }
 
 TEST_F(ExiftoolLife, EndsWithAHostThatIsKilled) {
@@ -117,7 +118,7 @@ TEST_F(ExiftoolLife, ReturnsWhenTheToolIsKilledInTheMiddleOfARequest) {
     killProcess(toolId);
 
     EXPECT_EQ(host.get().output, "init 1\ntags\n");
-    EXPECT_TRUE(endsInTime(toolId));
+    EXPECT_TRUE(ends(toolId));
 }
 
 TEST_F(ExiftoolLife, IsOverWhenTheFirstRequestFindsTheToolDead) {
@@ -125,7 +126,7 @@ TEST_F(ExiftoolLife, IsOverWhenTheFirstRequestFindsTheToolDead) {
     std::future<ProgramResult> host = startHost({"init", directory, "wait", go, "tags", "a.jpg",
                                                  "-Make", "lens", "a.jpg", "init", directory});
     ASSERT_TRUE(tool.waitForCalls(1));
-    EXPECT_TRUE(endsInTime(tool.processIds()[0]));
+    EXPECT_TRUE(ends(tool.processIds()[0]));
     tool.makeFile("go");
     EXPECT_EQ(host.get().output,
               "init 1\nlog|3|exiftool process could not start\ntags\nlens \ninit 0\n");
@@ -143,9 +144,9 @@ TEST_F(ExiftoolLife, LeavesTheHostAliveWhenTheToolIsKilledBetweenRequests) {
     std::future<ProgramResult> host =
         startHost({"init", directory, "tags", "a.jpg", "-Make", "touch", ready, "wait", go, "tags",
                    "b.jpg", "-Make", "tags", "c.jpg", "-Make", "uninit"});
-    ASSERT_TRUE(tool.waitForEvents("request", 1));
+    ASSERT_TRUE(waitForFile(ready));
     killProcess(tool.processIds()[0]);
-    ASSERT_TRUE(endsInTime(tool.processIds()[0]));
+    ASSERT_TRUE(ends(tool.processIds()[0]));
     tool.makeFile("go");
 
     const ProgramResult run = host.get();

@@ -1,5 +1,7 @@
 #include "exiftool/host_program.h"
 
+#include <chrono>
+#include <thread>
 #include <utility>
 
 #include "support/tool_directory.h"
@@ -16,6 +18,17 @@ ProgramResult runHost(const std::vector<std::string>& commands) {
 std::future<ProgramResult> startHost(std::vector<std::string> commands) {
     return std::async(std::launch::async,
                       [commands = std::move(commands)] { return runHost(commands); });
+}
+
+bool waitForFile(const std::filesystem::path& file) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(2);
+    while (!std::filesystem::exists(file)) {
+        if (std::chrono::steady_clock::now() > end) {
+            return false;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return true;
 }
 
 std::vector<NativeString> nativeArguments(const std::vector<std::string>& arguments) {

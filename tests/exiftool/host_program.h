@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <future>
 #include <string>
 #include <vector>
@@ -14,6 +15,9 @@ ProgramResult runHost(const std::vector<std::string>& commands);
 
 /// The same, meanwhile.
 std::future<ProgramResult> startHost(std::vector<std::string> commands);
+
+/// Waits until there is a file of this name, two minutes at most; false when there is none.
+bool waitForFile(const std::filesystem::path& file);
 
 /// UTF-8 texts as native arguments.
 std::vector<NativeString> nativeArguments(const std::vector<std::string>& arguments);

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <string>
 #include <vector>
@@ -13,6 +12,7 @@
 #include "faults/memory_platform.h"
 #include "support/case_name.h"
 #include "support/log_capture.h"
+#include "support/tool_directory.h"
 
 /// Every step that the exiv2 side asks of the platform fails once, at each place where it occurs.
 namespace exiv2_wp {
@@ -246,13 +246,10 @@ INSTANTIATE_TEST_SUITE_P(, TagFault,
 
 class StartFault : public FaultTest {
 protected:
-    StartFault() {
-        std::filesystem::create_directories(folder);
-        std::ofstream(folder / "exiv2.exe") << "a tool";
-    }
-    ~StartFault() override { std::filesystem::remove_all(folder); }
+    StartFault() { static_cast<void>(toolFolder.makeFile("exiv2.exe", "a tool")); }
 
-    const std::filesystem::path folder = freshFile("tool");
+    const test_support::TemporaryDirectory toolFolder;
+    const std::filesystem::path folder = toolFolder.path();
 };
 
 // The tool that is asked for its version says nothing here, so there is one read.

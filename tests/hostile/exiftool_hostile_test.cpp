@@ -67,14 +67,18 @@ TEST_F(HostileExiftool, ReadsPhotosOfAnyNameWithoutALineFeed) {
 }
 
 // A long value with the marker in it ends the answer early, and its rest is taken for the beginning
-// of the next. Known: the marker is all that tells where an answer ends.
+// of the next. Known: the marker is all that tells where an answer ends. A host that is slow to
+// read may find the next answer right behind the rest, and is in step again.
 TEST_F(HostileExiftool, IsOneAnswerLateBehindALongValueWithTheMarker) {
-    const auto clean = makePhoto("clean.jpg", {"-XMP-dc:Title=clean", "-EXIF:Software=s"});
+    const auto next = makePhoto("clean.jpg", {"-XMP-dc:Title=clean", "-EXIF:Software=s"});
     const auto hostile = makePhoto(
         "hostile.jpg", {"-XMP-dc:Title={ready}" + std::string(600, '!'), "-EXIF:Software=h"});
-    const std::string lines = readTitles({hostile, clean, clean});
+    const std::string lines = readTitles({hostile, next, next});
     EXPECT_TRUE(lines.starts_with("tags Title={ready}!")) << lines;
-    EXPECT_TRUE(lines.ends_with("\ntags Software=h\ntags Software=s Title=clean\n")) << lines;
+    const std::string clean = "tags Software=s Title=clean\n";
+    EXPECT_TRUE(lines.ends_with("\ntags Software=h\n" + clean) ||
+                lines.ends_with("\n" + clean + clean))
+        << lines;
 }
 
 // A request is made of lines, so a line feed in a name ends it there. Known, and the reason why a

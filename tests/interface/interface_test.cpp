@@ -161,6 +161,7 @@ TEST_F(LibraryElsewhere, AsksExiftoolToQuitWhenItIsUnloaded) {
         auto* const initialize = library.find<Initialize>(INITIALIZE_EXIFTOOL_SYMBOL);
         ASSERT_NE(initialize, nullptr);
         EXPECT_TRUE(initialize(tool.path()));
+        ASSERT_TRUE(tool.waitForCalls(1));
         EXPECT_EQ(tool.countQuits(), 0U);
     }
     EXPECT_TRUE(tool.waitForEvents("quit", 1));

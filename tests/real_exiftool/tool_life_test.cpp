@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
-#include <thread>
 
 #include "exiftool/host_program.h"
 #include "exiftool/processes.h"
@@ -63,18 +61,12 @@ TEST_F(RealToolLife, RunsInAFolderWhosePathIsNotAscii) {
 TEST_F(RealToolLife, EndsWithAHostThatIsKilled) {
     const fs::path tool = folder.path() / "tool";
     copyRealToolTo(tool);
-    const std::set<unsigned long> before = exiftoolProcesses(tool);
     const fs::path ready = folder.path() / "ready";
     const fs::path go = folder.path() / "go";
     std::future<ProgramResult> host = startHost({"init", utf8(tool), "tags", utf8(photo), "-Make",
                                                  "touch", utf8(ready), "wait", utf8(go), "die"});
-    while (!fs::exists(ready)) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
-    std::set<unsigned long> running = exiftoolProcesses(tool);
-    for (const unsigned long other : before) {
-        running.erase(other);
-    }
+    ASSERT_TRUE(waitForFile(ready));
+    const std::set<unsigned long> running = exiftoolProcesses(tool);
     EXPECT_FALSE(running.empty());
 
     static_cast<void>(folder.makeFile("go"));

@@ -105,7 +105,7 @@ public:
     /// The process ids of the tool's calls, in the order of their start.
     [[nodiscard]] std::vector<unsigned long> processIds() const;
     /// Waits until the tool was called, or has recorded an event ("request", "quit", "end",
-    /// "name"), so many times. False after half a minute.
+    /// "name"), so many times. False after two minutes.
     [[nodiscard]] bool waitForCalls(std::size_t count) const;
     [[nodiscard]] bool waitForEvents(std::string_view kind, std::size_t count) const;
 

@@ -10,9 +10,11 @@
 #include <cstdlib>
 #include <stdexcept>
 #include <string_view>
+#include <utility>
 
 #include "photoinfo/photoinfo_fixture.h"
 #include "support/read_file.h"
+#include "support/skip_or_fail.h"
 
 extern char** environ;
 
@@ -40,8 +42,12 @@ public:
         posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, error.c_str(), kNewFile, 0600);
         posix_spawnattr_t attributes;
         posix_spawnattr_init(&attributes);
-        posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
+        posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGDEF);
         posix_spawnattr_setpgroup(&attributes, 0);
+        sigset_t ctrlC;
+        sigemptyset(&ctrlC);
+        sigaddset(&ctrlC, SIGINT);  // which a program in the background ignores
+        posix_spawnattr_setsigdefault(&attributes, &ctrlC);
         posix_spawn(&child_, argv.front(), &actions, &attributes, argv.data(), environ);
         posix_spawnattr_destroy(&attributes);
         posix_spawn_file_actions_destroy(&actions);
@@ -233,24 +239,46 @@ TEST_F(PhotoinfoScanOnPosix, RefusesNamesThatDifferOnlyInLetterCase) {
                                 "\nphotoinfo: 1 of 2 photos could not be asked about\n");
 }
 
+// A folder that nobody but root may read, until it dies.
+class ClosedFolder {
+public:
+    explicit ClosedFolder(fs::path folder) : folder_(std::move(folder)) {
+        fs::create_directory(folder_);
+        fs::permissions(folder_, fs::perms::none);
+    }
+    ClosedFolder(const ClosedFolder&) = delete;
+    ClosedFolder& operator=(const ClosedFolder&) = delete;
+    ~ClosedFolder() { fs::permissions(folder_, fs::perms::owner_all); }
+
+    [[nodiscard]] const fs::path& path() const { return folder_; }
+
+private:
+    fs::path folder_;
+};
+
 TEST_F(PhotoinfoScanOnPosix, ReportsAFolderThatCannotBeReadAndGoesOn) {
     (void)photos.makeFile("a.jpg");
-    fs::create_directory(photos.path() / "closed");
-    fs::permissions(photos.path() / "closed", fs::perms::none);
+    const ClosedFolder closed(photos.path() / "closed");
     std::vector<std::string> arguments = words("scan");
-    if (::geteuid() == 0) {  // who may read every folder
+    if (::geteuid() == 0) {
         fs::permissions(photos.path(), fs::perms::all);
         fs::permissions(tool.path(), fs::perms::all);
         for (const auto& entry : fs::recursive_directory_iterator(tool.path())) {
             fs::permissions(entry, fs::perms::all);
         }
-        arguments.insert(arguments.begin(),
-                         {"/usr/bin/setpriv", "--reuid=65534", "--clear-groups"});
+        const std::vector<std::string> asNobody = {"/usr/bin/setpriv", "--reuid=65534",
+                                                   "--clear-groups"};
+        std::vector<std::string> reach = asNobody;
+        reach.insert(reach.end(), {"/usr/bin/test", "-x", PHOTOINFO});
+        if (ForegroundProgram(reach, output, error).wait() != 0) {
+            SKIP_OR_FAIL("photoinfo lies where only root may go");
+        }
+        arguments.insert(arguments.begin(), asNobody.begin(), asNobody.end());
     }
 
     EXPECT_EQ(ForegroundProgram(arguments, output, error).wait(), 4);
-    EXPECT_EQ(readFile(error), "photoinfo: " + (photos.path() / "closed").native() +
-                                   ": the folder cannot be read\n");
+    EXPECT_EQ(readFile(error),
+              "photoinfo: " + closed.path().native() + ": the folder cannot be read\n");
     EXPECT_NE(readFile(output).find("a.jpg"), std::string::npos);
 }
 

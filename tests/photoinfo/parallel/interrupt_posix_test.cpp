@@ -11,7 +11,17 @@
 namespace photoinfo {
 namespace {
 
-TEST(WorkInParallel, BeginsNothingMoreOnceCtrlCIsPressed) {
+// A shell that starts programs in the background lets them ignore Ctrl-C.
+class OnCtrlC : public ::testing::Test {
+public:
+    OnCtrlC() : before_(std::signal(SIGINT, SIG_DFL)) {}
+    ~OnCtrlC() override { std::signal(SIGINT, before_); }
+
+private:
+    void (*before_)(int);
+};
+
+TEST_F(OnCtrlC, WorkInParallelBeginsNothingMore) {
     std::size_t calls = 0;
     Interrupt interrupt;
     const auto work = [&](std::size_t index) {
@@ -27,7 +37,7 @@ TEST(WorkInParallel, BeginsNothingMoreOnceCtrlCIsPressed) {
     EXPECT_TRUE(interrupt.isRequested());
 }
 
-TEST(Interrupt, LeavesCtrlCAsItWas) {
+TEST_F(OnCtrlC, DoesItsUsualWorkBehindAnInterrupt) {
     { const Interrupt interrupt; }
 
     EXPECT_EXIT(::kill(::getpid(), SIGINT), ::testing::KilledBySignal(SIGINT), "");

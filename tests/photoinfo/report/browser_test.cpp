@@ -1,4 +1,3 @@
-
 #include "photoinfo/photoinfo_fixture.h"
 #include "support/read_file.h"
 #include "support/skip_or_fail.h"
