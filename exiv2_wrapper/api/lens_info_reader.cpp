@@ -19,6 +19,11 @@ bool contains(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
 }
 
+// XMP properties don't count. Asked last, since few keys come so far.
+bool isXmp(std::string_view key) {
+    return contains(key, "Xmp.");
+}
+
 // Every value here is read in double precision and then rounded. An integer is thus rounded twice,
 // unlike in the summary (`readFloat`), and may differ from it in the last bit above 2^53.
 std::optional<float> readRounded(const CliExifTag& tag) {
@@ -34,7 +39,8 @@ void readInto(const CliExifTag& tag, float& destination) {
 // first that is above 0 counts.
 void readFocusDistance(std::string_view key, const CliExifTag& tag, SMetadataExiv& info) {
     const bool counts = contains(key, "FocusDistance") &&
-                        (info.focusDistance < 0.0F || contains(key, "FocusDistanceLower"));
+                        (info.focusDistance < 0.0F || contains(key, "FocusDistanceLower")) &&
+                        !isXmp(key);
     const auto distance = counts ? readDouble(tag) : std::nullopt;
     if (distance && *distance > 0.0) {
         info.focusDistance = static_cast<float>(*distance / kUnitsPerMetre);
@@ -43,7 +49,7 @@ void readFocusDistance(std::string_view key, const CliExifTag& tag, SMetadataExi
 
 void readFocusTag(std::string_view key, const CliExifTag& tag, SMetadataExiv& info) {
     readFocusDistance(key, tag, info);
-    if (contains(key, "35mm")) {  // of several the last counts, whatever its sign
+    if (contains(key, "35mm") && !isXmp(key)) {  // of several the last counts, whatever its sign
         readInto(tag, info.focalLength35mm);
     }
     if (key == "Exif.Image.BitsPerSample") {
@@ -78,9 +84,7 @@ SMetadataExiv focusInfoOf(const CliExifMetadata& metadata, const std::function<v
     SMetadataExiv info;
     for (const auto& [key, tag] : metadata.tags) {
         onTag();
-        if (!contains(key, "Xmp.")) {
-            readFocusTag(key, tag, info);
-        }
+        readFocusTag(key, tag, info);
     }
     return info;
 }
