@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <new>
 
 /// The test program's own operator new, which can be told to fail, and so can its realloc where the
 /// linker puts ours in its place (failing_realloc.cpp). A library that is loaded beside
@@ -33,6 +34,17 @@ public:
 
 /// How many blocks are allocated by operator new, in all threads.
 [[nodiscard]] std::ptrdiff_t countAllocatedBlocks();
+
+/// Whether the call ends in std::bad_alloc.
+template <typename Call>
+bool runsOutOfMemory(const Call& call) {
+    try {
+        call();
+        return false;
+    } catch (const std::bad_alloc&) {
+        return true;
+    }
+}
 
 /// Calls `call` again and again, with the first allocation failing, the second and so on, until it
 /// asks for no more; before each call `prepare`, and `check` after each that had a failure. Returns

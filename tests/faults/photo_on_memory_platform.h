@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <new>
 #include <string>
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
@@ -45,16 +44,5 @@ protected:
         "Xmp.xmp.Rating XmpText 1 4\n";
     static constexpr auto kSummary = "Lens name       : A lens of 24-70mm with a long name\n";
 };
-
-/// Whether the call ends in std::bad_alloc.
-template <typename Call>
-bool runsOutOfMemory(const Call& call) {
-    try {
-        call();
-        return false;
-    } catch (const std::bad_alloc&) {
-        return true;
-    }
-}
 
 }  // namespace test_support

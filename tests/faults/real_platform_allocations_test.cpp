@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <new>
 #include <string>
 
 #include "exiv2_wrapper/exiftool/exiftool_process.h"
@@ -22,17 +21,8 @@ using test_support::hasChildren;
 using test_support::kHandlesKeptForThreads;
 using test_support::LogCapture;
 using test_support::native;
+using test_support::runsOutOfMemory;
 using test_support::ToolDirectory;
-
-template <typename Call>
-bool runsOutOfMemory(const Call& call) {
-    try {
-        call();
-        return false;
-    } catch (const std::bad_alloc&) {
-        return true;
-    }
-}
 
 TEST(ExhaustedMemoryInARun, LeavesNoHandleAndNoChild) {
     const LogCapture log;
