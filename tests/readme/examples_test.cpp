@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "support/read_file.h"
@@ -13,12 +14,16 @@ namespace {
 
 class Example : public ::testing::Test {
 protected:
-    // Arguments behind the folder of the tools. Lines end as the platform ends them.
-    ProgramResult run(const char* program, std::vector<NativeString> arguments) {
-        arguments.insert(arguments.begin(), tool.path().native());
+    // With arguments behind the folder of the tools. Lines end as the platform ends them.
+    ProgramResult runIn(const std::filesystem::path& tools, const char* program,
+                        std::vector<NativeString> arguments) {
+        arguments.insert(arguments.begin(), tools.native());
         ProgramResult result = runProgram(program, arguments, scratch.path());
         std::erase(result.output, '\r');
         return result;
+    }
+    ProgramResult run(const char* program, std::vector<NativeString> arguments) {
+        return runIn(tool.path(), program, std::move(arguments));
     }
 
     ToolDirectory tool;
@@ -39,9 +44,9 @@ TEST_F(Example, FirstProgramShowsAPhoto) {
 }
 
 TEST_F(Example, FirstProgramTellsWhenTheToolIsMissing) {
-    std::filesystem::remove(tool.toolPath());
+    const TemporaryDirectory empty;
 
-    EXPECT_EQ(run(FIRST_PROGRAM, {photo.native()}).exitCode, 1);
+    EXPECT_EQ(runIn(empty.path(), FIRST_PROGRAM, {photo.native()}).exitCode, 1);
 }
 
 TEST_F(Example, StartUpStartsBothTools) {

@@ -31,19 +31,32 @@ const std::vector<std::string> kTagArguments = {
     "-ExposureTime", "-ISO",          "-FocalLength", "-Flash", "-DateTimeOriginal",
     "-Orientation",  "-SerialNumber", "-Software",    "-Rating"};
 
-// What the tool prints of one photo, read apart from the library's own reader.
-Tags tagsPrintedFor(const std::filesystem::path& file) {
+// What the tool prints of all photos in one run, in their order, read apart from the library's own
+// reader.
+std::vector<Tags> printTags(const std::vector<std::filesystem::path>& files) {
     std::vector<std::string> arguments = kTagArguments;
-    arguments.insert(arguments.end(), {"-s2", utf8(file)});
+    arguments.emplace_back("-s2");
+    for (const std::filesystem::path& file : files) {
+        arguments.push_back(utf8(file));
+    }
     std::istringstream lines(runRealTool(arguments).output);
-    Tags tags;
+    std::vector<Tags> printed;
     for (std::string line; std::getline(lines, line);) {
         const auto colon = line.find(": ");
-        if (colon != std::string::npos) {
-            tags[line.substr(0, colon)] = line.substr(colon + 2);
+        if (line.starts_with("======== ")) {
+            printed.emplace_back();
+        } else if (colon != std::string::npos && !printed.empty()) {
+            printed.back()[line.substr(0, colon)] = line.substr(colon + 2);
         }
     }
-    return tags;
+    return printed;
+}
+
+const Tags& tagsPrintedFor(const std::filesystem::path& file) {
+    static const std::vector<std::filesystem::path> files = photos();
+    static const std::vector<Tags> printed = printTags(files);
+    const auto place = std::find(files.begin(), files.end(), file) - files.begin();
+    return printed.at(static_cast<std::size_t>(place));
 }
 
 std::string joined(const std::vector<std::string>& words) {
@@ -74,8 +87,15 @@ protected:
     }
 };
 
-class RealPhoto : public RealExiftool,
-                  public ::testing::WithParamInterface<std::filesystem::path> {};
+class RealPhoto : public RealExiftool, public ::testing::WithParamInterface<std::filesystem::path> {
+protected:
+    void SetUp() override {
+        if (photos().empty()) {
+            SKIP_OR_FAIL("the photos are missing");
+        }
+        RealExiftool::SetUp();
+    }
+};
 
 TEST_P(RealPhoto, HasTheTagsThatTheToolPrintsByItself) {
     Tags tags = readTags(GetParam(), joined(kTagArguments));

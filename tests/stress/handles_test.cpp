@@ -5,6 +5,7 @@
 #include "exiv2_wrapper/exiftool/exiftool_process.h"
 #include "exiv2_wrapper/exiv2_wrapper.h"
 #include "exiv2_wrapper/runner/process_runner.h"
+#include "exiv2_wrapper/runner/tool_location.h"
 #include "stress/quick_tools.h"
 #include "support/this_process.h"
 
@@ -50,7 +51,7 @@ TEST_F(Handles, AreAllClosedAfterAThousandFailedRuns) {
 }
 
 TEST_F(Handles, AreAllClosedAfterAThousandRunsOfNoTool) {
-    std::filesystem::remove(tools.path() / "exiv2.exe");
+    exiv2ExecutablePath = tools.path() / "missing.exe";
     const std::size_t before = countOpenHandles();
     for (int i = 0; i < kTimes; ++i) {
         ASSERT_FALSE(run("photo.nef"));
