@@ -239,7 +239,7 @@ void waitForEnd(const Process& process, int milliseconds) {
 // The current directory when the library was loaded: the name by which the system knows the library
 // may be relative to it.
 struct DirectoryAtLoad {
-    DirectoryAtLoad() : isKnown(getcwd(path.data(), path.size()) != nullptr) {}
+    DirectoryAtLoad() noexcept : isKnown(getcwd(path.data(), path.size()) != nullptr) {}
 
     std::array<char, PATH_MAX> path{};
     bool isKnown;
