@@ -14,8 +14,18 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
+# Windows shares a page with every process, always at the same address. Wine can't start a program
+# whose heap happens to lie there, which random addresses bring about once in some thousand starts.
+execute_process(COMMAND setarch --addr-no-randomize true
+                RESULT_VARIABLE setarch_result OUTPUT_QUIET ERROR_QUIET)
+set(fixed_addresses)
+if(setarch_result EQUAL 0)
+  set(fixed_addresses setarch --addr-no-randomize)
+endif()
+
 find_program(EXIV2_WRAPPER_WINE NAMES wine64 wine PATHS /usr/lib/wine)
 if(EXIV2_WRAPPER_WINE)
   set(CMAKE_CROSSCOMPILING_EMULATOR
-      env WINEDEBUG=-all "WINEPREFIX=${CMAKE_BINARY_DIR}/wine" "${EXIV2_WRAPPER_WINE}")
+      ${fixed_addresses} env WINEDEBUG=-all "WINEPREFIX=${CMAKE_BINARY_DIR}/wine"
+      "${EXIV2_WRAPPER_WINE}")
 endif()

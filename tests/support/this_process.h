@@ -29,10 +29,6 @@ std::size_t countOpenHandles();
 /// How many handles the threads library may keep of threads that have ended, for later ones.
 extern const std::size_t kHandlesKeptForThreads;
 
-/// How many of a few thousand programs, started by many threads at once, the system may fail to
-/// start: none, but for Wine on a busy machine.
-extern const std::size_t kStartsThatMayFail;
-
 /// Whether this process has a child, running or ended but never waited for. Never on Windows, where
 /// a child that is kept is a handle.
 bool hasChildren();

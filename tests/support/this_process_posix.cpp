@@ -55,7 +55,6 @@ std::size_t countOpenHandles() {
 }
 
 const std::size_t kHandlesKeptForThreads = 0;
-const std::size_t kStartsThatMayFail = 0;
 
 bool hasChildren() {
     siginfo_t info{};

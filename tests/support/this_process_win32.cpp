@@ -69,7 +69,6 @@ std::size_t countOpenHandles() {
 
 // Events of locks that threads have once had to wait for; a leak in every run would be hundreds.
 const std::size_t kHandlesKeptForThreads = 16;
-const std::size_t kStartsThatMayFail = 5;
 
 bool hasChildren() {
     return false;

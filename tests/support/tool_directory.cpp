@@ -33,19 +33,6 @@ void writeFile(const fs::path& file, std::string_view bytes) {
         .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
 }
 
-// False after two minutes.
-template <typename Condition>
-bool waitUntil(const Condition& condition) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(2);
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > end) {
-            return false;
-        }
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
-    return true;
-}
-
 fs::path uniqueFolder(std::string_view prefix) {
     static std::atomic<unsigned> count = 0;
     static const unsigned seed = std::random_device{}();
@@ -229,18 +216,16 @@ bool ToolDirectory::waitForCalls(std::size_t count) const {
     return waitForEvents("call", count);
 }
 
-bool ToolDirectory::waitForCallsAbout(const fs::path& file, std::size_t count) const {
-    return waitUntil([&] {
-        const std::vector<Arguments> all = calls();
-        return static_cast<std::size_t>(
-                   std::count_if(all.begin(), all.end(), [&](const Arguments& arguments) {
-                       return !arguments.empty() && arguments.back() == file.native();
-                   })) >= count;
-    });
-}
-
 bool ToolDirectory::waitForEvents(std::string_view kind, std::size_t count) const {
-    return waitUntil([&] { return events(kind).size() >= count; });
+    constexpr auto kLimit = std::chrono::minutes(2);
+    const auto end = std::chrono::steady_clock::now() + kLimit;
+    while (events(kind).size() < count) {
+        if (std::chrono::steady_clock::now() > end) {
+            return false;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return true;
 }
 
 // Replaced as a whole, since a tool may be reading it.

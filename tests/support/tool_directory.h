@@ -107,9 +107,6 @@ public:
     /// Waits until the tool was called, or has recorded an event ("request", "quit", "end",
     /// "name"), so many times. False after two minutes.
     [[nodiscard]] bool waitForCalls(std::size_t count) const;
-    /// The same for calls whose last argument is this file.
-    [[nodiscard]] bool waitForCallsAbout(const std::filesystem::path& file,
-                                         std::size_t count) const;
     [[nodiscard]] bool waitForEvents(std::string_view kind, std::size_t count) const;
 
 private:
