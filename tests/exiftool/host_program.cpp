@@ -1,10 +1,9 @@
 #include "exiftool/host_program.h"
 
-#include <chrono>
-#include <thread>
 #include <utility>
 
 #include "support/tool_directory.h"
+#include "support/wait_until.h"
 
 namespace test_support {
 
@@ -21,14 +20,7 @@ std::future<ProgramResult> startHost(std::vector<std::string> commands) {
 }
 
 bool waitForFile(const std::filesystem::path& file) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(2);
-    while (!std::filesystem::exists(file)) {
-        if (std::chrono::steady_clock::now() > end) {
-            return false;
-        }
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
-    return true;
+    return waitUntil([&] { return std::filesystem::exists(file); });
 }
 
 std::vector<NativeString> nativeArguments(const std::vector<std::string>& arguments) {

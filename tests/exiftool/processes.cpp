@@ -3,28 +3,23 @@
 #include <chrono>
 #include <thread>
 
+#include "support/wait_until.h"
+
 namespace test_support {
 
-namespace {
+bool ends(unsigned long processId) {
+    return waitUntil([&] { return !isProcessAlive(processId); });
+}
 
-bool endsWithin(std::chrono::milliseconds time, unsigned long processId) {
-    for (auto look = time.count(); look > 0; --look) {
+bool endsInTime(unsigned long processId) {
+    constexpr int kLooks = 2000;
+    for (int look = 0; look < kLooks; ++look) {
         if (!isProcessAlive(processId)) {
             return true;
         }
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
     return false;
-}
-
-}  // namespace
-
-bool ends(unsigned long processId) {
-    return endsWithin(std::chrono::minutes(2), processId);
-}
-
-bool endsInTime(unsigned long processId) {
-    return endsWithin(std::chrono::seconds(2), processId);
 }
 
 }  // namespace test_support

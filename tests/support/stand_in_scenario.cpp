@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "support/read_file.h"
+#include "support/shared_file.h"
 
 namespace stand_in {
 
@@ -50,7 +51,7 @@ void echoInput() {
 }  // namespace
 
 Json readScenario(const fs::path& directory) {
-    return Json::parse(readFile(directory / "scenario.json"));
+    return Json::parse(test_support::readSharedFile(directory / "scenario.json"));
 }
 
 NativeString nativeText(const std::string& utf8) {
@@ -66,7 +67,7 @@ void record(const fs::path& directory, const std::string& kind, const std::strin
     fs::create_directories(directory / "record");
     const fs::path unfinished = directory / ("unfinished-" + std::string(name.data()));
     std::ofstream(unfinished, std::ios::binary) << bytes;
-    fs::rename(unfinished, directory / "record" / name.data());
+    test_support::renameSharedFile(unfinished, directory / "record" / name.data());
 }
 
 int playRule(const fs::path& directory, const Json& rule) {

@@ -2,15 +2,14 @@
 
 #include <algorithm>
 #include <atomic>
-#include <chrono>
 #include <cstring>
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <random>
 #include <system_error>
-#include <thread>
 
-#include "support/read_file.h"
+#include "support/shared_file.h"
+#include "support/wait_until.h"
 
 namespace test_support {
 
@@ -171,7 +170,7 @@ void ToolDirectory::openGate(std::string_view gate) const {
 std::vector<Arguments> ToolDirectory::calls() const {
     std::vector<Arguments> calls;
     for (const fs::path& event : events("call")) {
-        calls.push_back(decodeArguments(readFile(event)));
+        calls.push_back(decodeArguments(readSharedFile(event)));
     }
     return calls;
 }
@@ -187,7 +186,7 @@ std::size_t ToolDirectory::countCalls(std::string_view firstArgument) const {
 std::vector<fs::path> ToolDirectory::startPaths() const {
     std::vector<fs::path> paths;
     for (const fs::path& event : events("name")) {
-        paths.emplace_back(decodeArguments(readFile(event)).front());
+        paths.emplace_back(decodeArguments(readSharedFile(event)).front());
     }
     return paths;
 }
@@ -195,7 +194,7 @@ std::vector<fs::path> ToolDirectory::startPaths() const {
 std::vector<std::string> ToolDirectory::requests() const {
     std::vector<std::string> requests;
     for (const fs::path& event : events("request")) {
-        requests.push_back(readFile(event));
+        requests.push_back(readSharedFile(event));
     }
     return requests;
 }
@@ -217,21 +216,13 @@ bool ToolDirectory::waitForCalls(std::size_t count) const {
 }
 
 bool ToolDirectory::waitForEvents(std::string_view kind, std::size_t count) const {
-    constexpr auto kLimit = std::chrono::minutes(2);
-    const auto end = std::chrono::steady_clock::now() + kLimit;
-    while (events(kind).size() < count) {
-        if (std::chrono::steady_clock::now() > end) {
-            return false;
-        }
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
-    return true;
+    return waitUntil([&] { return events(kind).size() >= count; });
 }
 
 // Replaced as a whole, since a tool may be reading it.
 void ToolDirectory::writeScenario() const {
     writeFile(scenario_->folder / "scenario.new", scenario_->json.dump());
-    fs::rename(scenario_->folder / "scenario.new", scenario_->folder / "scenario.json");
+    renameSharedFile(scenario_->folder / "scenario.new", scenario_->folder / "scenario.json");
 }
 
 std::vector<fs::path> ToolDirectory::events(std::string_view kind) const {
