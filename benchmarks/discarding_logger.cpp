@@ -9,7 +9,8 @@ struct logstream::Items {};
 
 logstream::logstream() = default;
 logstream::logstream(const logstream&) {}
-logstream& logstream::operator=(const logstream&) {  // NOLINT: there is nothing to copy
+// NOLINTNEXTLINE(bugprone-unhandled-self-assignment,cert-oop54-cpp): there is nothing to copy
+logstream& logstream::operator=(const logstream&) {
     return *this;
 }
 logstream::~logstream() = default;

@@ -96,7 +96,8 @@ std::map<std::string_view, float> cropFactorsByModel() {
 // The two parts are joined with nothing between them, which the canonical form allows: blanks
 // don't count.
 float getCropFactor(const std::string& make, const std::string& model) {
-    std::array<char, internal::kLongestModel> name;  // NOLINT: written before it is read
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): written before it is read
+    std::array<char, internal::kLongestModel> name;
     std::span<char> room = name;
     for (const std::string* const part : {&make, &model}) {
         const std::size_t used = internal::writeLensCanonical(*part, room);

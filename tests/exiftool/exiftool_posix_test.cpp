@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <atomic>
-#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <set>
@@ -20,6 +19,7 @@
 #include "support/log_capture.h"
 #include "support/this_process.h"
 #include "support/tool_directory.h"
+#include "support/wait_until.h"
 
 namespace exiftool::internal {
 namespace {
@@ -49,12 +49,11 @@ const std::set<std::string> kStandardDescriptors = {"0", "1", "2"};
 
 // A program that has just been started opens its libraries for a moment.
 std::set<std::string> settledDescriptorsOf(unsigned long processId) {
-    constexpr int kMostLooks = 60'000;
-    std::set<std::string> descriptors = descriptorsOf(processId);
-    for (int look = 0; look < kMostLooks && descriptors != kStandardDescriptors; ++look) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    std::set<std::string> descriptors;
+    static_cast<void>(test_support::waitUntil([&] {
         descriptors = descriptorsOf(processId);
-    }
+        return descriptors == kStandardDescriptors;
+    }));
     return descriptors;
 }
 
