@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "exiv2_wrapper/runner/platform.h"
+#include "exiv2_wrapper/platform/platform.h"
 
 /// In the place of the library's process runner: no process is started, the output is at hand.
 namespace fuzz {

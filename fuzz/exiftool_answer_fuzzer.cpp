@@ -4,7 +4,7 @@
 
 #include "exiv2_wrapper/exiftool/request_protocol.h"
 #include "exiv2_wrapper/exiftool/tag_reader.h"
-#include "exiv2_wrapper/runner/text.h"
+#include "exiv2_wrapper/text/text.h"
 #include "fuzz/checks.h"
 
 namespace {

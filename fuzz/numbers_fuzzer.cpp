@@ -1,6 +1,6 @@
 #include <cmath>
 
-#include "exiv2_wrapper/runner/text.h"
+#include "exiv2_wrapper/text/text.h"
 #include "fuzz/checks.h"
 #include "fuzz/literal_numbers.h"
 

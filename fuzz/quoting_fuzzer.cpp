@@ -1,7 +1,7 @@
-#include "exiv2_wrapper/runner/quoting.h"
+#include "exiv2_wrapper/platform/quoting.h"
 
 #include "fuzz/checks.h"
-#include "runner/split_command_line.h"
+#include "platform/split_command_line.h"
 
 namespace {
 

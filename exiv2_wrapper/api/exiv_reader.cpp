@@ -15,11 +15,11 @@
 #include "exiv2_wrapper/api/tag_elements.h"
 #include "exiv2_wrapper/api/xmp_properties.h"
 #include "exiv2_wrapper/exiv2_wrapper.h"
+#include "exiv2_wrapper/log/log.h"
 #include "exiv2_wrapper/model/hex_dump.h"
 #include "exiv2_wrapper/model/metadata_cache.h"
 #include "exiv2_wrapper/model/single_tag_reader.h"
-#include "exiv2_wrapper/runner/log.h"
-#include "exiv2_wrapper/runner/platform.h"
+#include "exiv2_wrapper/platform/platform.h"
 
 namespace exiv2_wp {
 

@@ -12,9 +12,9 @@
 
 #include "exiv2_wrapper/api/lens_range.h"
 #include "exiv2_wrapper/api/tag_values.h"
+#include "exiv2_wrapper/log/log.h"
 #include "exiv2_wrapper/model/metadata_cache.h"
-#include "exiv2_wrapper/runner/log.h"
-#include "exiv2_wrapper/runner/text.h"
+#include "exiv2_wrapper/text/text.h"
 
 namespace exiv2_wp {
 

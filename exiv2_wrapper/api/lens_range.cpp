@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "exiv2_wrapper/runner/text.h"
+#include "exiv2_wrapper/text/text.h"
 
 namespace exiv2_wp::internal {
 

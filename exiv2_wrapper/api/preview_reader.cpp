@@ -8,10 +8,10 @@
 #include "exiv2_wrapper/api/preview_failures.h"
 #include "exiv2_wrapper/api/preview_header.h"
 #include "exiv2_wrapper/exiv2_wrapper.h"
-#include "exiv2_wrapper/runner/log.h"
-#include "exiv2_wrapper/runner/native_text.h"
+#include "exiv2_wrapper/log/log.h"
 #include "exiv2_wrapper/runner/process_runner.h"
-#include "exiv2_wrapper/runner/text.h"
+#include "exiv2_wrapper/text/native_text.h"
+#include "exiv2_wrapper/text/text.h"
 
 namespace exiv2_wp {
 

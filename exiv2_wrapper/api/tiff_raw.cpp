@@ -4,9 +4,9 @@
 #include <string_view>
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
+#include "exiv2_wrapper/log/log.h"
 #include "exiv2_wrapper/model/metadata_cache.h"
-#include "exiv2_wrapper/runner/log.h"
-#include "exiv2_wrapper/runner/text.h"
+#include "exiv2_wrapper/text/text.h"
 
 namespace exiv2_wp {
 

@@ -4,8 +4,8 @@
 
 #include "exiv2_wrapper/exiftool/process_channel.h"
 #include "exiv2_wrapper/exiftool/request_protocol.h"
-#include "exiv2_wrapper/runner/log.h"
-#include "exiv2_wrapper/runner/platform.h"
+#include "exiv2_wrapper/log/log.h"
+#include "exiv2_wrapper/platform/platform.h"
 
 namespace exiftool::internal {
 

@@ -9,8 +9,8 @@
 
 #include "exiv2_wrapper/exiftool/exiftool_process.h"
 #include "exiv2_wrapper/exiftool/tag_reader.h"
-#include "exiv2_wrapper/runner/platform.h"
-#include "exiv2_wrapper/runner/text.h"
+#include "exiv2_wrapper/platform/platform.h"
+#include "exiv2_wrapper/text/text.h"
 
 namespace exiftool {
 

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "exiv2_wrapper/exiftool/request_protocol.h"
-#include "exiv2_wrapper/runner/log.h"
+#include "exiv2_wrapper/log/log.h"
 
 namespace exiftool::internal {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "exiv2_wrapper/exiftool/tool_channel.h"
-#include "exiv2_wrapper/runner/platform.h"
+#include "exiv2_wrapper/platform/platform.h"
 
 namespace exiftool::internal {
 

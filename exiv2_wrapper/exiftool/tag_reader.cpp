@@ -7,9 +7,9 @@
 
 #include "exiv2_wrapper/exiftool/exiftool_process.h"
 #include "exiv2_wrapper/exiv2_wrapper.h"
-#include "exiv2_wrapper/runner/log.h"
-#include "exiv2_wrapper/runner/platform.h"
-#include "exiv2_wrapper/runner/text.h"
+#include "exiv2_wrapper/log/log.h"
+#include "exiv2_wrapper/platform/platform.h"
+#include "exiv2_wrapper/text/text.h"
 
 namespace exiftool {
 

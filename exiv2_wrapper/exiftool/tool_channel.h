@@ -5,7 +5,7 @@
 #include <span>
 #include <string_view>
 
-#include "exiv2_wrapper/runner/platform.h"
+#include "exiv2_wrapper/platform/platform.h"
 
 namespace exiftool::internal {
 

@@ -12,13 +12,13 @@
 #include <unordered_map>
 #include <utility>
 
+#include "exiv2_wrapper/log/log.h"
 #include "exiv2_wrapper/model/known_records.h"
 #include "exiv2_wrapper/model/print_all_parser.h"
 #include "exiv2_wrapper/model/summary_parser.h"
-#include "exiv2_wrapper/runner/log.h"
-#include "exiv2_wrapper/runner/platform.h"
+#include "exiv2_wrapper/platform/platform.h"
 #include "exiv2_wrapper/runner/process_runner.h"
-#include "exiv2_wrapper/runner/text.h"
+#include "exiv2_wrapper/text/text.h"
 
 namespace exiv2_wp::internal {
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <utility>
 
-#include "exiv2_wrapper/runner/text.h"
+#include "exiv2_wrapper/text/text.h"
 
 namespace exiv2_wp::internal {
 

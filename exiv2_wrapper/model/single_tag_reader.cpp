@@ -2,10 +2,10 @@
 
 #include <string_view>
 
-#include "exiv2_wrapper/runner/log.h"
-#include "exiv2_wrapper/runner/native_text.h"
+#include "exiv2_wrapper/log/log.h"
 #include "exiv2_wrapper/runner/process_runner.h"
-#include "exiv2_wrapper/runner/text.h"
+#include "exiv2_wrapper/text/native_text.h"
+#include "exiv2_wrapper/text/text.h"
 
 namespace exiv2_wp::internal {
 

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <optional>
 
-#include "exiv2_wrapper/runner/text.h"
+#include "exiv2_wrapper/text/text.h"
 
 namespace exiv2_wp::internal {
 

@@ -4,7 +4,7 @@
 #include <span>
 #include <string_view>
 
-#include "exiv2_wrapper/runner/text.h"
+#include "exiv2_wrapper/text/text.h"
 
 namespace exiv2_wp::internal {
 

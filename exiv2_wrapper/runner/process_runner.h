@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "exiv2_wrapper/runner/platform.h"
+#include "exiv2_wrapper/platform/platform.h"
 #include "exiv2_wrapper/runner/tool_output.h"
 
 namespace exiv2_wp::internal {

@@ -4,8 +4,8 @@
 #include <system_error>
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
-#include "exiv2_wrapper/runner/log.h"
-#include "exiv2_wrapper/runner/platform.h"
+#include "exiv2_wrapper/log/log.h"
+#include "exiv2_wrapper/platform/platform.h"
 #include "exiv2_wrapper/runner/process_runner.h"
 
 namespace exiv2_wp {

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "api/photo_with_tool.h"
-#include "exiv2_wrapper/runner/platform.h"
+#include "exiv2_wrapper/platform/platform.h"
 #include "support/comma_locale.h"
 
 namespace exiv2_wp {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "exiv2_wrapper/runner/platform.h"
+#include "exiv2_wrapper/platform/platform.h"
 
 /// A platform in the real one's place that starts no tool, fails where it is told and keeps a list
 /// of what was asked of it.

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "exiv2_wrapper/runner/platform.h"
+#include "exiv2_wrapper/platform/platform.h"
 
 /// A platform in the real one's place that lives in memory: its tools answer at once, any of its
 /// steps can fail, and it knows what is still open. Any thread may use it.

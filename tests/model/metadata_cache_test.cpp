@@ -4,8 +4,8 @@
 
 #include <stdexcept>
 
-#include "exiv2_wrapper/runner/platform.h"
-#include "exiv2_wrapper/runner/text.h"
+#include "exiv2_wrapper/platform/platform.h"
+#include "exiv2_wrapper/text/text.h"
 #include "model/cache_filler.h"
 #include "model/metadata_cache_fixture.h"
 #include "support/case_name.h"

@@ -6,7 +6,7 @@
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
 #include "exiv2_wrapper/runner/tool_location.h"
-#include "runner/awkward_arguments.h"
+#include "platform/awkward_arguments.h"
 #include "support/log_capture.h"
 #include "support/read_file.h"
 #include "support/this_process.h"

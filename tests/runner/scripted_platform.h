@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "exiv2_wrapper/runner/platform.h"
+#include "exiv2_wrapper/platform/platform.h"
 
 /// A platform in the real one's place: it starts nothing, fails where it is told and keeps a list
 /// of what was asked of it.

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
-#include "exiv2_wrapper/runner/platform.h"
+#include "exiv2_wrapper/platform/platform.h"
 #include "exiv2_wrapper/runner/process_runner.h"
 #include "support/current_directory.h"
 #include "support/log_capture.h"

@@ -4,7 +4,7 @@
 
 #include <ostream>
 
-#include "exiv2_wrapper/runner/platform.h"
+#include "exiv2_wrapper/platform/platform.h"
 
 namespace vesk {
 

@@ -1,6 +1,6 @@
 #include <windows.h>
 
-#include "exiv2_wrapper/runner/quoting.h"
+#include "exiv2_wrapper/platform/quoting.h"
 #include "support/run_program.h"
 
 namespace test_support {

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "photoinfo/platform.h"
-#include "photoinfo/text.h"
+#include "photoinfo/show/text.h"
 
 namespace photoinfo {
 

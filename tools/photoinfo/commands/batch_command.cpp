@@ -1,10 +1,10 @@
 #include <string>
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
-#include "photoinfo/exif_codes.h"
-#include "photoinfo/files_command.h"
-#include "photoinfo/shown_values.h"
-#include "photoinfo/text.h"
+#include "photoinfo/commands/files_command.h"
+#include "photoinfo/show/exif_codes.h"
+#include "photoinfo/show/shown_values.h"
+#include "photoinfo/show/text.h"
 
 namespace photoinfo {
 

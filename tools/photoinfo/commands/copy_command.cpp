@@ -9,10 +9,10 @@
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
 #include "photoinfo/command.h"
-#include "photoinfo/exiftool_tool.h"
-#include "photoinfo/photo_file.h"
-#include "photoinfo/table.h"
-#include "photoinfo/text.h"
+#include "photoinfo/files/photo_file.h"
+#include "photoinfo/show/table.h"
+#include "photoinfo/show/text.h"
+#include "photoinfo/tool/exiftool_tool.h"
 
 namespace photoinfo {
 

@@ -5,13 +5,13 @@
 #include <system_error>
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
-#include "photoinfo/child_process.h"
 #include "photoinfo/command.h"
-#include "photoinfo/doctor_report.h"
-#include "photoinfo/exiftool_tool.h"
+#include "photoinfo/commands/doctor_report.h"
 #include "photoinfo/platform.h"
-#include "photoinfo/preview_call.h"
-#include "photoinfo/text.h"
+#include "photoinfo/show/text.h"
+#include "photoinfo/tool/child_process.h"
+#include "photoinfo/tool/exiftool_tool.h"
+#include "photoinfo/tool/preview_call.h"
 
 namespace photoinfo {
 

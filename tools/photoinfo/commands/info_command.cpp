@@ -2,10 +2,10 @@
 #include <string>
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
-#include "photoinfo/files_command.h"
-#include "photoinfo/known_values.h"
-#include "photoinfo/shown_values.h"
-#include "photoinfo/text.h"
+#include "photoinfo/commands/files_command.h"
+#include "photoinfo/show/known_values.h"
+#include "photoinfo/show/shown_values.h"
+#include "photoinfo/show/text.h"
 
 namespace photoinfo {
 

@@ -1,7 +1,7 @@
 #include <string>
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
-#include "photoinfo/files_command.h"
+#include "photoinfo/commands/files_command.h"
 
 namespace photoinfo {
 

@@ -3,9 +3,9 @@
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
 #include "photoinfo/command.h"
-#include "photoinfo/json.h"
-#include "photoinfo/table.h"
-#include "photoinfo/text.h"
+#include "photoinfo/show/json.h"
+#include "photoinfo/show/table.h"
+#include "photoinfo/show/text.h"
 
 namespace photoinfo {
 

@@ -1,6 +1,6 @@
 #include "exiv2_wrapper/exiv2_wrapper.h"
-#include "photoinfo/exif_codes.h"
-#include "photoinfo/files_command.h"
+#include "photoinfo/commands/files_command.h"
+#include "photoinfo/show/exif_codes.h"
 
 namespace photoinfo {
 

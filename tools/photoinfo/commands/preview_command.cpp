@@ -1,11 +1,11 @@
 #include <string>
 #include <system_error>
 
-#include "photoinfo/files_command.h"
-#include "photoinfo/output_file.h"
-#include "photoinfo/photo_file.h"
-#include "photoinfo/preview_call.h"
-#include "photoinfo/text.h"
+#include "photoinfo/commands/files_command.h"
+#include "photoinfo/files/output_file.h"
+#include "photoinfo/files/photo_file.h"
+#include "photoinfo/show/text.h"
+#include "photoinfo/tool/preview_call.h"
 
 namespace photoinfo {
 

@@ -5,13 +5,13 @@
 #include <system_error>
 #include <vector>
 
+#include "photoinfo/files/output_file.h"
+#include "photoinfo/files/photo_file.h"
 #include "photoinfo/folder/folder_scan.h"
 #include "photoinfo/messages.h"
-#include "photoinfo/output_file.h"
-#include "photoinfo/photo_file.h"
-#include "photoinfo/preview_call.h"
 #include "photoinfo/report/report_page.h"
-#include "photoinfo/text.h"
+#include "photoinfo/show/text.h"
+#include "photoinfo/tool/preview_call.h"
 
 namespace photoinfo {
 

@@ -7,9 +7,9 @@
 #include "photoinfo/folder/columns.h"
 #include "photoinfo/folder/csv.h"
 #include "photoinfo/folder/folder_scan.h"
-#include "photoinfo/known_values.h"
-#include "photoinfo/shown_values.h"
-#include "photoinfo/text.h"
+#include "photoinfo/show/known_values.h"
+#include "photoinfo/show/shown_values.h"
+#include "photoinfo/show/text.h"
 
 namespace photoinfo {
 

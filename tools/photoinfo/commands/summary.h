@@ -1,8 +1,8 @@
 #pragma once
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
-#include "photoinfo/json.h"
-#include "photoinfo/table.h"
+#include "photoinfo/show/json.h"
+#include "photoinfo/show/table.h"
 
 namespace photoinfo {
 

@@ -1,5 +1,5 @@
+#include "photoinfo/commands/files_command.h"
 #include "photoinfo/commands/summary.h"
-#include "photoinfo/files_command.h"
 
 namespace photoinfo {
 

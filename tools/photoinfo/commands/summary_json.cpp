@@ -1,5 +1,5 @@
 #include "photoinfo/commands/summary.h"
-#include "photoinfo/known_values.h"
+#include "photoinfo/show/known_values.h"
 
 namespace photoinfo {
 

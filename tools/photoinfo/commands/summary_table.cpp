@@ -1,10 +1,10 @@
 #include <string>
 
 #include "photoinfo/commands/summary.h"
-#include "photoinfo/exif_codes.h"
-#include "photoinfo/known_values.h"
-#include "photoinfo/shown_values.h"
-#include "photoinfo/text.h"
+#include "photoinfo/show/exif_codes.h"
+#include "photoinfo/show/known_values.h"
+#include "photoinfo/show/shown_values.h"
+#include "photoinfo/show/text.h"
 
 namespace photoinfo {
 

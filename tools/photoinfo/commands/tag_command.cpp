@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
-#include "photoinfo/exiv_reader.h"
-#include "photoinfo/files_command.h"
+#include "photoinfo/commands/files_command.h"
+#include "photoinfo/tool/exiv_reader.h"
 
 namespace photoinfo {
 

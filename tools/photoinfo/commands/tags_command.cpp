@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
-#include "photoinfo/files_command.h"
-#include "photoinfo/tag_names.h"
+#include "photoinfo/commands/files_command.h"
+#include "photoinfo/tool/tag_names.h"
 
 namespace photoinfo {
 

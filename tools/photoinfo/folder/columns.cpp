@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "photoinfo/text.h"
+#include "photoinfo/show/text.h"
 
 namespace photoinfo {
 

@@ -8,11 +8,11 @@
 #include <utility>
 
 #include "photoinfo/exit_code.h"
-#include "photoinfo/exiv2_tool.h"
+#include "photoinfo/files/photo_file.h"
 #include "photoinfo/folder/parallel.h"
 #include "photoinfo/messages.h"
-#include "photoinfo/photo_file.h"
 #include "photoinfo/platform.h"
+#include "photoinfo/tool/exiv2_tool.h"
 
 namespace photoinfo {
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "photoinfo/known_values.h"
 #include "photoinfo/report/base64.h"
+#include "photoinfo/show/known_values.h"
 
 namespace photoinfo {
 

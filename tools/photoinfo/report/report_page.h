@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "photoinfo/folder/folder_scan.h"
-#include "photoinfo/json.h"
+#include "photoinfo/show/json.h"
 
 namespace photoinfo {
 

@@ -1,0 +1,86 @@
+#include "exiv2_wrapper/text/utf8.h"
+
+#include <gtest/gtest.h>
+
+#include "support/case_name.h"
+
+namespace exiv2_wp::internal {
+namespace {
+
+constexpr char32_t kReplacement = 0xFFFD;
+constexpr char32_t kLastCodePoint = 0x10FFFF;
+
+bool isSurrogate(char32_t codePoint) {
+    return codePoint >= 0xD800 && codePoint < 0xE000;
+}
+
+std::u32string decodeAll(std::string_view text) {
+    std::u32string codePoints;
+    while (!text.empty()) {
+        const DecodedCharacter character = decodeUtf8(text);
+        codePoints += character.codePoint;
+        text.remove_prefix(character.length);
+    }
+    return codePoints;
+}
+
+TEST(Utf8, BringsEveryCodePointBack) {
+    for (char32_t codePoint = 0; codePoint <= kLastCodePoint; ++codePoint) {
+        if (isSurrogate(codePoint)) {
+            continue;
+        }
+        std::string text;
+        appendUtf8(text, codePoint);
+        const DecodedCharacter back = decodeUtf8(text + "x");
+        ASSERT_TRUE(back.isWellFormed && back.codePoint == codePoint && back.length == text.size())
+            << static_cast<unsigned long>(codePoint);
+    }
+}
+
+TEST(Utf8, WritesASurrogateAsThreeBytes) {
+    std::string text;
+    appendUtf8(text, 0xD800);
+    appendUtf8(text, 0xDFFF);
+    EXPECT_EQ(text, "\xED\xA0\x80\xED\xBF\xBF");
+}
+
+struct Malformed {
+    const char* name;
+    std::string text;
+    std::u32string decoded;
+};
+
+class MalformedUtf8 : public ::testing::TestWithParam<Malformed> {};
+
+TEST_P(MalformedUtf8, IsReplaced) {
+    EXPECT_FALSE(decodeUtf8(GetParam().text).isWellFormed);
+    EXPECT_EQ(decodeAll(GetParam().text), GetParam().decoded);
+}
+
+// What is replaced by one character is the longest beginning of a well-formed sequence.
+INSTANTIATE_TEST_SUITE_P(
+    Utf8, MalformedUtf8,
+    ::testing::Values(Malformed{"LoneContinuation", "\x80", U"\uFFFD"},
+                      Malformed{"TwoContinuations", "\xBF\x80", U"\uFFFD\uFFFD"},
+                      Malformed{"ByteThatBeginsNothing", "\xFFx", U"\uFFFDx"},
+                      Malformed{"OverlongOfTwo", "\xC0\xAF", U"\uFFFD\uFFFD"},
+                      Malformed{"OverlongOfTwoAtItsEnd", "\xC1\xBF", U"\uFFFD\uFFFD"},
+                      Malformed{"OverlongOfThree", "\xE0\x9F\xBF", U"\uFFFD\uFFFD\uFFFD"},
+                      Malformed{"OverlongOfFour", "\xF0\x8F\xBF\xBF", U"\uFFFD\uFFFD\uFFFD\uFFFD"},
+                      Malformed{"Surrogate", "\xED\xA0\x80", U"\uFFFD\uFFFD\uFFFD"},
+                      Malformed{"BeyondTheLastCodePoint", "\xF4\x90\x80\x80",
+                                U"\uFFFD\uFFFD\uFFFD\uFFFD"},
+                      Malformed{"FiveByteLead", "\xF8\x88\x80", U"\uFFFD\uFFFD\uFFFD"},
+                      Malformed{"CutOffAfterOne", "\xC3", U"\uFFFD"},
+                      Malformed{"CutOffAfterTwo", "\xE2\x82", U"\uFFFD"},
+                      Malformed{"CutOffAfterThree", "\xF0\x9F\x93", U"\uFFFD"},
+                      Malformed{"CutOffByALetter", "\xE2\x82x", U"\uFFFDx"},
+                      Malformed{"CutOffByAnotherLead", "\xE2\xC3\xA4", U"\uFFFD\u00E4"}),
+    test_support::caseName<Malformed>);
+
+TEST(Utf8, ReplacesByTheReplacementCharacter) {
+    EXPECT_EQ(decodeUtf8("\xFF").codePoint, kReplacement);
+}
+
+}  // namespace
+}  // namespace exiv2_wp::internal
