@@ -19,7 +19,7 @@
 #include "exiv2_wrapper/model/hex_dump.h"
 #include "exiv2_wrapper/model/metadata_cache.h"
 #include "exiv2_wrapper/model/single_tag_reader.h"
-#include "exiv2_wrapper/platform/platform.h"
+#include "exiv2_wrapper/text/path_text.h"
 
 namespace exiv2_wp {
 

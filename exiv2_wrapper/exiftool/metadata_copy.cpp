@@ -9,7 +9,7 @@
 
 #include "exiv2_wrapper/exiftool/exiftool_process.h"
 #include "exiv2_wrapper/exiftool/tag_reader.h"
-#include "exiv2_wrapper/platform/platform.h"
+#include "exiv2_wrapper/text/path_text.h"
 #include "exiv2_wrapper/text/text.h"
 
 namespace exiftool {

@@ -8,7 +8,7 @@
 #include "exiv2_wrapper/exiftool/exiftool_process.h"
 #include "exiv2_wrapper/exiv2_wrapper.h"
 #include "exiv2_wrapper/log/log.h"
-#include "exiv2_wrapper/platform/platform.h"
+#include "exiv2_wrapper/text/path_text.h"
 #include "exiv2_wrapper/text/text.h"
 
 namespace exiftool {

@@ -1,6 +1,6 @@
 #include "exiv2_wrapper/log/log.h"
 
-#include "exiv2_wrapper/platform/platform.h"
+#include "exiv2_wrapper/text/path_text.h"
 
 namespace exiv2_wp::internal {
 

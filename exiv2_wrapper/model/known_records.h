@@ -10,7 +10,7 @@
 #include <unordered_map>
 
 #include "exiv2_wrapper/model/cli_exif_metadata.h"
-#include "exiv2_wrapper/platform/platform.h"
+#include "exiv2_wrapper/text/path_text.h"
 
 namespace exiv2_wp::internal {
 

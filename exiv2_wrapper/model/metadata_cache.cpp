@@ -18,6 +18,7 @@
 #include "exiv2_wrapper/model/summary_parser.h"
 #include "exiv2_wrapper/platform/platform.h"
 #include "exiv2_wrapper/runner/process_runner.h"
+#include "exiv2_wrapper/text/path_text.h"
 #include "exiv2_wrapper/text/text.h"
 
 namespace exiv2_wp::internal {

@@ -3,6 +3,7 @@
 #include <cstddef>
 
 #include "exiv2_wrapper/log/log.h"
+#include "exiv2_wrapper/platform/platform.h"
 #include "exiv2_wrapper/runner/tool_location.h"
 
 namespace exiv2_wp::internal {

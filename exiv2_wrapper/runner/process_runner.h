@@ -4,8 +4,8 @@
 #include <string_view>
 #include <vector>
 
-#include "exiv2_wrapper/platform/platform.h"
 #include "exiv2_wrapper/runner/tool_output.h"
+#include "exiv2_wrapper/text/path_text.h"
 
 namespace exiv2_wp::internal {
 

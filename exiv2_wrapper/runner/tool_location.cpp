@@ -7,6 +7,7 @@
 #include "exiv2_wrapper/log/log.h"
 #include "exiv2_wrapper/platform/platform.h"
 #include "exiv2_wrapper/runner/process_runner.h"
+#include "exiv2_wrapper/text/path_text.h"
 
 namespace exiv2_wp {
 

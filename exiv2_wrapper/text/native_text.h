@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "exiv2_wrapper/platform/platform.h"
+#include "exiv2_wrapper/text/path_text.h"
 
 namespace exiv2_wp::internal {
 

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "exiv2_wrapper/platform/platform.h"
+#include "exiv2_wrapper/text/path_text.h"
 
 namespace exiv2_wp::internal {
 

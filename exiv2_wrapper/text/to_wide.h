@@ -6,7 +6,7 @@
 
 namespace exiv2_wp::internal {
 
-/// A conversion with the contract of `widenUtf8` in platform.h.
+/// A conversion with the contract of `widenUtf8` in path_text.h.
 using WidenFunction = int (*)(std::string_view utf8, std::span<wchar_t> wide);
 
 /// UTF-8 to wide text by the platform's conversion. Never fails: text that the platform refuses is

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "api/photo_with_tool.h"
-#include "exiv2_wrapper/platform/platform.h"
+#include "exiv2_wrapper/text/path_text.h"
 
 namespace exiv2_wp {
 namespace {

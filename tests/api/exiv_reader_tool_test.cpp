@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "api/photo_with_tool.h"
-#include "exiv2_wrapper/platform/platform.h"
+#include "exiv2_wrapper/text/path_text.h"
 #include "support/comma_locale.h"
 
 namespace exiv2_wp {

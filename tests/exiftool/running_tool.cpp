@@ -1,7 +1,7 @@
 #include "exiftool/running_tool.h"
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
-#include "exiv2_wrapper/platform/platform.h"
+#include "exiv2_wrapper/text/path_text.h"
 
 namespace test_support {
 

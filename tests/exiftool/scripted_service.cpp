@@ -146,8 +146,4 @@ std::filesystem::path shortPath(const std::filesystem::path& path) {
     return service().shortPath;
 }
 
-std::string narrowPath(const std::filesystem::path& path) {
-    return utf8(path);
-}
-
 }  // namespace exiv2_wp::internal

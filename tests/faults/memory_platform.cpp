@@ -249,11 +249,6 @@ namespace {
 
 constexpr ErrorCode kError = test_support::MemoryPlatform::kError;
 
-std::string utf8Of(const std::filesystem::path& path) {
-    const std::u8string text = path.u8string();
-    return {text.begin(), text.end()};
-}
-
 }  // namespace
 
 void closeHandle(std::intptr_t handle) {
@@ -369,36 +364,12 @@ std::filesystem::path shortPath(const std::filesystem::path&) {
 }
 
 std::filesystem::path fullPath(const std::filesystem::path& path) {
+    Access().tellOfFileName();
     return std::filesystem::absolute(path);
 }
 
 std::filesystem::path libraryFile() {
     return {};
-}
-
-int widenUtf8(std::string_view, std::span<wchar_t>) {
-    return 0;
-}
-
-std::string narrowPath(const std::filesystem::path& path) {
-    return utf8Of(path);
-}
-
-std::filesystem::path pathFromNarrow(std::string_view narrow) {
-    return std::u8string(narrow.begin(), narrow.end());
-}
-
-std::wstring widePath(const std::filesystem::path& path) {
-    return path.wstring();
-}
-
-std::string utf8Path(const std::filesystem::path& path) {
-    Access().tellOfFileName();
-    return utf8Of(path);
-}
-
-std::string hostUtf8Path(const std::filesystem::path& path) {
-    return utf8Of(path);
 }
 
 }  // namespace exiv2_wp::internal

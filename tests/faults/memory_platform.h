@@ -37,7 +37,7 @@ public:
     void failAt(int step);
     /// Is told the name of each step before it is taken, on the thread that takes it.
     void onStep(std::function<void(const std::string&)> listener);
-    /// Is called whenever a file's name is asked for as UTF-8, as for the cache's key.
+    /// Is called whenever a file's full path is asked for, as for the cache's key.
     void onFileName(std::function<void()> listener);
 
     /// The steps that could have failed, since the last call of `failAt`: for example "start run".

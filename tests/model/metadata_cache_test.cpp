@@ -4,7 +4,7 @@
 
 #include <stdexcept>
 
-#include "exiv2_wrapper/platform/platform.h"
+#include "exiv2_wrapper/text/path_text.h"
 #include "exiv2_wrapper/text/text.h"
 #include "model/cache_filler.h"
 #include "model/metadata_cache_fixture.h"

@@ -77,15 +77,6 @@ INSTANTIATE_TEST_SUITE_P(
                       Name{"ControlCharacters", "\x01\x1B\x7F"}),
     test_support::caseName<Name>);
 
-TEST(PathBytes, AreTheNarrowForm) {
-    EXPECT_EQ(narrowPath("\xFFphoto\n"), "\xFFphoto\n");
-    EXPECT_EQ(utf8Path("\xFFphoto\n"), "\xFFphoto\n");
-}
-
-TEST(PathBytes, AreReplacedInTheWideFormWhereTheyAreMalformed) {
-    EXPECT_EQ(widePath("\xFFphoto\xE5\x86"), L"\uFFFDphoto\uFFFD");
-}
-
 // ---- what a tool finds when it starts
 
 class StartedTool : public ::testing::Test {

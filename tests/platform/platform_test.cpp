@@ -160,24 +160,5 @@ TEST(LibraryFile, IsAFileThatExists) {
     EXPECT_TRUE(libraryFile().is_absolute());
 }
 
-TEST(Paths, OfAsciiAreTheSameInEveryForm) {
-    const std::filesystem::path path = "photos/IMG_0001.JPG";
-    EXPECT_EQ(narrowPath(path), "photos/IMG_0001.JPG");
-    EXPECT_EQ(widePath(path), L"photos/IMG_0001.JPG");
-    EXPECT_EQ(utf8Path(path), "photos/IMG_0001.JPG");
-}
-
-TEST(Paths, OfNothingAreEmptyInEveryForm) {
-    EXPECT_EQ(narrowPath({}), "");
-    EXPECT_EQ(widePath({}), L"");
-    EXPECT_EQ(utf8Path({}), "");
-}
-
-TEST(Paths, BeyondAsciiKeepTheirCharacters) {
-    const std::filesystem::path path = u8"B\u00E4r \u5199\u771F \U0001F4F7";
-    EXPECT_EQ(widePath(path), L"B\u00E4r \u5199\u771F \U0001F4F7");
-    EXPECT_EQ(utf8Path(path), "B\xC3\xA4r \xE5\x86\x99\xE7\x9C\x9F \xF0\x9F\x93\xB7");
-}
-
 }  // namespace
 }  // namespace exiv2_wp::internal

@@ -97,12 +97,4 @@ std::filesystem::path libraryFile() {
     return platform().libraryFile;
 }
 
-std::string narrowPath(const std::filesystem::path& path) {
-    return path.string();
-}
-
-std::wstring widePath(const std::filesystem::path& path) {
-    return path.wstring();
-}
-
 }  // namespace exiv2_wp::internal

@@ -5,6 +5,7 @@
 #include "exiv2_wrapper/exiv2_wrapper.h"
 #include "exiv2_wrapper/platform/platform.h"
 #include "exiv2_wrapper/runner/process_runner.h"
+#include "exiv2_wrapper/text/path_text.h"
 #include "support/current_directory.h"
 #include "support/log_capture.h"
 #include "support/tool_directory.h"

@@ -4,7 +4,7 @@
 
 #include <ostream>
 
-#include "exiv2_wrapper/platform/platform.h"
+#include "exiv2_wrapper/text/path_text.h"
 
 namespace vesk {
 

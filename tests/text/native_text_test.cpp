@@ -53,11 +53,5 @@ TEST_P(NativeTexts, RaiseARangeErrorFor) {
 INSTANTIATE_TEST_SUITE_P(, NativeTexts, ::testing::ValuesIn(kMalformed),
                          [](const auto& text) { return text.param.name; });
 
-TEST(PathFromNarrow, IsTheOppositeOfTheNarrowForm) {
-    const std::filesystem::path path = std::filesystem::path("folder") / "my photo.jpg";
-    EXPECT_EQ(pathFromNarrow(narrowPath(path)), path);
-    EXPECT_EQ(pathFromNarrow(""), std::filesystem::path());
-}
-
 }  // namespace
 }  // namespace exiv2_wp::internal
