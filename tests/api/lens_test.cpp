@@ -11,14 +11,14 @@ namespace {
 
 using test_support::LogLine;
 using test_support::traceLine;
-using Range = std::array<float, 4>;
+using LensRangeValues = std::array<float, 4>;
 
 constexpr auto kSpecification = "Exif.Photo.LensSpecification";
 constexpr auto kXmpSpecification = "Xmp.exifEX.LensSpecification";
 
 class LensRangeOfSummary : public test_support::SummaryFixture {
 protected:
-    [[nodiscard]] Range range() const {
+    [[nodiscard]] LensRangeValues range() const {
         const SExivMetadataInfo info = summary();
         return {info.lensFocalMin, info.lensFocalMax, info.lensApertureAtFocalMin,
                 info.lensApertureAtFocalMax};
@@ -40,14 +40,14 @@ TEST_F(LensRangeOfSummary, ComesFromTheSpecificationFirst) {
     addIntegers("Exif.CanonCs.Lens", {200, 100, 1});
     addRationals(kXmpSpecification, {{1, 1}, {2, 1}, {3, 1}, {4, 1}});
 
-    EXPECT_EQ(range(), (Range{24, 70, 2.8F, 4}));
+    EXPECT_EQ(range(), (LensRangeValues{24, 70, 2.8F, 4}));
     EXPECT_EQ(lensLines(), std::vector<LogLine>());
 }
 
 TEST_F(LensRangeOfSummary, DividesTheSpecificationInSinglePrecision) {
     addRationals(kSpecification, {{50331651, 16777217}, {1, 3}, {0, 0}, {-1, 2}});
 
-    EXPECT_EQ(range(), (Range{3.0F + 0x1p-22F, 1.0F / 3.0F, 0, -0.5F}));
+    EXPECT_EQ(range(), (LensRangeValues{3.0F + 0x1p-22F, 1.0F / 3.0F, 0, -0.5F}));
 }
 
 TEST_F(LensRangeOfSummary, ComesFromTheLensModelWhenTheSpecificationIsShort) {
@@ -55,7 +55,7 @@ TEST_F(LensRangeOfSummary, ComesFromTheLensModelWhenTheSpecificationIsShort) {
     addText("Exif.Photo.LensModel", "EF 24-70mm f/2.8L");
     addIntegers("Exif.CanonCs.Lens", {200, 100, 1});
 
-    EXPECT_EQ(range(), (Range{24, 70, 0, 0}));
+    EXPECT_EQ(range(), (LensRangeValues{24, 70, 0, 0}));
     EXPECT_EQ(lensLines(), std::vector<LogLine>());
 }
 
@@ -65,7 +65,7 @@ TEST_F(LensRangeOfSummary, AsksOnlyTheExifLensModel) {
     addText("Xmp.exifEX.LensModel", "EF 24-70mm");
     addRationals(kXmpSpecification, {{1, 1}, {2, 1}, {3, 1}, {4, 1}});
 
-    EXPECT_EQ(range(), Range());
+    EXPECT_EQ(range(), LensRangeValues());
     EXPECT_EQ(lensLines(), std::vector<LogLine>());
 }
 
@@ -115,14 +115,14 @@ TEST_F(LensRangeOfSummary, ComesFromCanonsTagWithoutASpecification) {
     addIntegers("Exif.CanonCs.Lens", {70, 24, 1});
     addRationals(kXmpSpecification, {{1, 1}, {2, 1}, {3, 1}, {4, 1}});
 
-    EXPECT_EQ(range(), (Range{24, 70, 0, 0}));
+    EXPECT_EQ(range(), (LensRangeValues{24, 70, 0, 0}));
     EXPECT_EQ(lensLines(), (std::vector<LogLine>{traceLine("No Exif data: ", kSpecification)}));
 }
 
 TEST_F(LensRangeOfSummary, CountsCanonsLengthsInTheirUnits) {
     addIntegers("Exif.CanonCs.Lens", {705, 241, 10, 4});
 
-    EXPECT_EQ(range(), (Range{24.1F, 70.5F, 0, 0}));
+    EXPECT_EQ(range(), (LensRangeValues{24.1F, 70.5F, 0, 0}));
 }
 
 TEST_F(LensRangeOfSummary, AsksNobodyElseWhenCanonsTagIsUnusable) {
@@ -131,7 +131,7 @@ TEST_F(LensRangeOfSummary, AsksNobodyElseWhenCanonsTagIsUnusable) {
     for (const Integers& integers : {Integers{70, 24, 0}, Integers{70, 24}, Integers{}}) {
         log.clear();
         addIntegers("Exif.CanonCs.Lens", integers);
-        EXPECT_EQ(range(), Range());
+        EXPECT_EQ(range(), LensRangeValues());
         EXPECT_EQ(lensLines(), (std::vector<LogLine>{traceLine("No Exif data: ", kSpecification)}));
     }
 }
@@ -139,7 +139,7 @@ TEST_F(LensRangeOfSummary, AsksNobodyElseWhenCanonsTagIsUnusable) {
 TEST_F(LensRangeOfSummary, ComesFromTheXmpSpecificationLast) {
     addRationals(kXmpSpecification, {{24, 1}, {70, 1}, {28, 10}, {4, 1}});
 
-    EXPECT_EQ(range(), (Range{24, 70, 2.8F, 4}));
+    EXPECT_EQ(range(), (LensRangeValues{24, 70, 2.8F, 4}));
     EXPECT_EQ(lensLines(), (std::vector<LogLine>{traceLine("No Exif data: ", kSpecification)}));
 }
 
@@ -147,7 +147,7 @@ TEST_F(LensRangeOfSummary, IsUnknownForAShortXmpSpecification) {
     addRationals(kXmpSpecification, {{24, 1}, {70, 1}, {28, 10}});
     addText("Exif.Photo.LensModel", "24-70mm");
 
-    EXPECT_EQ(range(), Range());
+    EXPECT_EQ(range(), LensRangeValues());
     EXPECT_EQ(lensLines(), (std::vector<LogLine>{traceLine("No Exif data: ", kSpecification)}));
 }
 

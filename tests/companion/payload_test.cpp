@@ -61,7 +61,7 @@ Bytes cut(Bytes bytes) {
     return bytes;
 }
 
-const TiffCase kCases[] = {
+const TiffCase kTiffCases[] = {
     {"AllPixels", makeTiff(1, 2, 3, Bytes(180)), true},
     {"OnePixelByteLess", makeTiff(1, 2, 3, Bytes(179)), false},
     {"AnnouncedButCutOff", cut(makeTiff(1, 2, 3, Bytes(180))), false},
@@ -74,7 +74,7 @@ const TiffCase kCases[] = {
     {"NothingPacked", makeTiff(5, 2, 3, {}), false},
 };
 
-INSTANTIATE_TEST_SUITE_P(Table, TiffPayload, ::testing::ValuesIn(kCases),
+INSTANTIATE_TEST_SUITE_P(Table, TiffPayload, ::testing::ValuesIn(kTiffCases),
                          [](const auto& row) { return row.param.name; });
 
 TEST(Payload, OfAJpegHasTheSizeInItsFrame) {

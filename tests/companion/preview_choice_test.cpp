@@ -21,7 +21,7 @@ TEST_P(PreviewOrder, PutsTheSmallestLargeEnoughFirstThenTheLargest) {
     EXPECT_EQ(previewOrder(GetParam().sizes, GetParam().wanted), GetParam().order);
 }
 
-const PreviewOrderCase kCases[] = {
+const PreviewOrderCase kPreviewOrders[] = {
     {"None", {}, 100, {}},
     {"ExactlyTheWantedSize", {{1600, 1200}, {160, 120}, {640, 480}}, 640, {2, 0, 1}},
     {"OnePixelMore", {{1600, 1200}, {160, 120}, {640, 480}}, 641, {0, 2, 1}},
@@ -35,7 +35,7 @@ const PreviewOrderCase kCases[] = {
     {"UnknownSizesAreLast", {{0, 0}, {8, 8}}, 100, {1, 0}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Table, PreviewOrder, ::testing::ValuesIn(kCases),
+INSTANTIATE_TEST_SUITE_P(Table, PreviewOrder, ::testing::ValuesIn(kPreviewOrders),
                          [](const auto& row) { return row.param.name; });
 
 }  // namespace

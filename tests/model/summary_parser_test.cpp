@@ -14,13 +14,13 @@ namespace {
 
 using test_support::toText;
 
-CliExifMetadata parse(std::string_view output) {
+CliExifMetadata parseSummary(std::string_view output) {
     CliExifMetadata record;
     EXPECT_TRUE(parseSummaryOutput(output, record));
     return record;
 }
 
-constexpr std::string_view kSummary =
+constexpr std::string_view kWholeSummary =
     "File name       : /photos/1.jpg\n"
     "Camera make     : Canon\n"
     "Subject distance: 0\n"
@@ -34,61 +34,61 @@ TEST(SummaryParser, ReadsThreeItemsAndNothingElse) {
     expected.focalLength = 50;
     expected.subjectDistance = 0.01F;
 
-    EXPECT_EQ(toText(parse(kSummary)), toText(expected));
+    EXPECT_EQ(toText(parseSummary(kWholeSummary)), toText(expected));
 }
 
 TEST(SummaryParser, ReadsTheSameInALocaleWithADecimalComma) {
     const test_support::CommaLocale locale;
 
-    EXPECT_EQ(parse("Focal length: 24.5 mm\n").focalLength, 24.5F);
-    EXPECT_EQ(parse("Subject distance: 0.4\n").subjectDistance, 0.1F);
+    EXPECT_EQ(parseSummary("Focal length: 24.5 mm\n").focalLength, 24.5F);
+    EXPECT_EQ(parseSummary("Subject distance: 0.4\n").subjectDistance, 0.1F);
 }
 
 TEST(SummaryParser, LeavesTheRecordAsItWasWithoutTheItems) {
     for (const char* const output :
          {"", "\n", "Camera make     : Canon\n", " Lens name : x\n", "lens name : x\n", "Lens nam",
           "Lens name\nFocal length\nSubject distance\n"}) {
-        EXPECT_EQ(toText(parse(output)), toText(CliExifMetadata())) << output;
+        EXPECT_EQ(toText(parseSummary(output)), toText(CliExifMetadata())) << output;
     }
 }
 
 TEST(SummaryParser, ReadsEachItemWithoutTheOthers) {
-    EXPECT_EQ(parse("Lens name: x\nFocal length: n/a\nSubject distance: ?\n").lensName, "x");
-    EXPECT_EQ(parse("Lens name\nFocal length: 35\nSubject distance: ?\n").focalLength, 35);
-    EXPECT_EQ(parse("Focal length: ?\nSubject distance: 0.4").subjectDistance, 0.1F);
+    EXPECT_EQ(parseSummary("Lens name: x\nFocal length: n/a\nSubject distance: ?\n").lensName, "x");
+    EXPECT_EQ(parseSummary("Lens name\nFocal length: 35\nSubject distance: ?\n").focalLength, 35);
+    EXPECT_EQ(parseSummary("Focal length: ?\nSubject distance: 0.4").subjectDistance, 0.1F);
 }
 
 TEST(SummaryParser, KeepsTheCarriageReturnOfALineEnd) {
-    EXPECT_EQ(parse("Lens name       : EF50mm\r\n").lensName, "EF50mm\r");
-    EXPECT_EQ(parse("Focal length    : 50.0 mm\r\n").focalLength, 50);
+    EXPECT_EQ(parseSummary("Lens name       : EF50mm\r\n").lensName, "EF50mm\r");
+    EXPECT_EQ(parseSummary("Focal length    : 50.0 mm\r\n").focalLength, 50);
 }
 
 TEST(SummaryParser, LeavesTheLensNameEmptyWhenNothingFollowsItsBlank) {
-    EXPECT_EQ(parse("Lens name       : \n").lensName, "");
+    EXPECT_EQ(parseSummary("Lens name       : \n").lensName, "");
 }
 
 TEST(SummaryParser, DropsTheByteBehindTheColonWhateverItIsAndTrimsNothing) {
-    EXPECT_EQ(parse("Lens name:EF50mm: x \n").lensName, "F50mm: x ");
-    EXPECT_EQ(parse("Lens name       :   EF50mm\n").lensName, "  EF50mm");
+    EXPECT_EQ(parseSummary("Lens name:EF50mm: x \n").lensName, "F50mm: x ");
+    EXPECT_EQ(parseSummary("Lens name       :   EF50mm\n").lensName, "  EF50mm");
 }
 
 TEST(SummaryParser, TakesTheFirstOfTwoLinesWithOneLabel) {
-    EXPECT_EQ(parse("Lens name: A\nLens name: B\n").lensName, "A");
-    EXPECT_EQ(parse("Focal length\nFocal length: 50\n").focalLength, -1.0F);
+    EXPECT_EQ(parseSummary("Lens name: A\nLens name: B\n").lensName, "A");
+    EXPECT_EQ(parseSummary("Focal length\nFocal length: 50\n").focalLength, -1.0F);
 }
 
 TEST(SummaryParser, ComparesOnlyTheBeginningOfALine) {
-    EXPECT_EQ(parse("Focal length 35mm: 80\nFocal length: 50\n").focalLength, 80);
+    EXPECT_EQ(parseSummary("Focal length 35mm: 80\nFocal length: 50\n").focalLength, 80);
 }
 
 TEST(SummaryParser, ReadsALastLineWithoutALineFeed) {
-    EXPECT_EQ(parse("Lens name: A").lensName, "A");
+    EXPECT_EQ(parseSummary("Lens name: A").lensName, "A");
 }
 
 TEST(SummaryParser, KeepsBytesThatAreNotUtf8AndNulBytes) {
     const std::string name("\xFF\0\x80z", 4);
 
-    EXPECT_EQ(parse("Lens name: " + name + "\n").lensName, name);
+    EXPECT_EQ(parseSummary("Lens name: " + name + "\n").lensName, name);
 }
 
 class SummaryLineThatEndsInItsColon : public ::testing::TestWithParam<const char*> {};
@@ -110,8 +110,8 @@ INSTANTIATE_TEST_SUITE_P(Labels, SummaryLineThatEndsInItsColon,
                          });
 
 TEST(SummaryParser, RaisesNothingForOtherLinesThatEndInTheirColon) {
-    EXPECT_EQ(parse("Flash bias:\nLens name: A\nLens name:\n").lensName, "A");
-    EXPECT_EQ(parse("Lens name:\r\n").lensName, "");
+    EXPECT_EQ(parseSummary("Flash bias:\nLens name: A\nLens name:\n").lensName, "A");
+    EXPECT_EQ(parseSummary("Lens name:\r\n").lensName, "");
 }
 
 struct NumberCase {
@@ -123,7 +123,7 @@ struct NumberCase {
 class SummaryFocalLength : public ::testing::TestWithParam<NumberCase> {};
 
 TEST_P(SummaryFocalLength, IsTheNumberAtTheBeginning) {
-    EXPECT_EQ(parse("Focal length    : " + std::string(GetParam().text) + "\n").focalLength,
+    EXPECT_EQ(parseSummary("Focal length    : " + std::string(GetParam().text) + "\n").focalLength,
               GetParam().expected);
 }
 
@@ -144,7 +144,7 @@ class SummarySubjectDistance : public ::testing::TestWithParam<NumberCase> {};
 
 TEST_P(SummarySubjectDistance, IsReadAsALogarithmicStep) {
     EXPECT_FLOAT_EQ(
-        parse("Subject distance: " + std::string(GetParam().text) + "\n").subjectDistance,
+        parseSummary("Subject distance: " + std::string(GetParam().text) + "\n").subjectDistance,
         GetParam().expected);
 }
 
@@ -169,7 +169,7 @@ INSTANTIATE_TEST_SUITE_P(Texts, SummarySubjectDistance, ::testing::ValuesIn(kDis
                          test_support::caseName<NumberCase>);
 
 TEST(SummaryParser, StoresASubjectDistanceThatIsNoNumber) {
-    EXPECT_TRUE(std::isnan(parse("Subject distance: nan\n").subjectDistance));
+    EXPECT_TRUE(std::isnan(parseSummary("Subject distance: nan\n").subjectDistance));
 }
 
 TEST(FindSummaryValue, AnswersNothingForALabelWithoutALineOrAColon) {

@@ -22,7 +22,7 @@ namespace {
 using internal::CropFactorRow;
 using internal::cropFactorRows;
 
-std::string lensForm(std::string name) {
+std::string imageLensForm(std::string name) {
     ImageLens_canonizeName(name);
     return name;
 }
@@ -38,9 +38,9 @@ public:
     }
 
     [[nodiscard]] float find(const std::string& make, const std::string& model) const {
-        const std::string query = lensForm(make + model);
+        const std::string query = imageLensForm(make + model);
         for (const auto& [name, cropFactor] : models_) {
-            if (lensForm(name) == query) {
+            if (imageLensForm(name) == query) {
                 return cropFactor;
             }
         }
@@ -82,7 +82,7 @@ TEST(CropFactorRows, Name446Models) {
 TEST(CropFactorRows, NameNoTwoModelsWithOneCanonicalName) {
     std::set<std::string> forms;
     for (const auto& [model, cropFactor] : internal::cropFactorsByModel()) {
-        forms.insert(lensForm(std::string(model)));
+        forms.insert(imageLensForm(std::string(model)));
     }
     EXPECT_EQ(forms.size(), 446U);
 }
@@ -135,7 +135,7 @@ TEST_P(CropFactorRepeats, TheFirstRowCounts) {
 }
 
 INSTANTIATE_TEST_SUITE_P(, CropFactorRepeats, ::testing::ValuesIn(kRepeats),
-                         [](const auto& query) { return lensForm(query.param.model); });
+                         [](const auto& query) { return imageLensForm(query.param.model); });
 
 // What a camera's maker and model give.
 struct Query {

@@ -3,7 +3,7 @@
 namespace test_support {
 namespace {
 
-constexpr auto kPrintAll =
+constexpr auto kExposure =
     "Exif.Image.DateTime           Ascii     20  2025:09:15 08:11:52\n"
     "Exif.Image.Orientation        Short      1  8\n"
     "Exif.Photo.ApertureValue      Rational   1  6/1\n"
@@ -19,7 +19,7 @@ constexpr auto kPrintAll =
 class PhotoinfoBatch : public PhotoinfoTest {};
 
 TEST_F(PhotoinfoBatch, ShowsTheValuesOfEachPhoto) {
-    tool.answerMetadata(kPrintAll);
+    tool.answerMetadata(kExposure);
     const auto photo = tool.makeFile("photo.jpg");
 
     EXPECT_EQ(photoinfo({native("batch"), photo.native()}),
@@ -40,7 +40,7 @@ TEST_F(PhotoinfoBatch, ShowsTheValuesOfEachPhoto) {
 }
 
 TEST_F(PhotoinfoBatch, WritesJsonWithEveryField) {
-    tool.answerMetadata(kPrintAll);
+    tool.answerMetadata(kExposure);
     const auto photo = tool.makeFile("photo.jpg");
 
     const Json expected = {{"apertureValue", 6.0},

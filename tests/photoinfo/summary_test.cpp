@@ -5,7 +5,7 @@
 namespace test_support {
 namespace {
 
-constexpr auto kPrintAll =
+constexpr auto kWholePhoto =
     "Exif.Image.Make                              Ascii       6  Canon\n"
     "Exif.Image.Model                             Ascii      13  Canon EOS 6D\n"
     "Exif.Image.Orientation                       Short       1  6\n"
@@ -29,7 +29,7 @@ constexpr auto kPrintAll =
 class PhotoinfoSummary : public PhotoinfoTest {};
 
 TEST_F(PhotoinfoSummary, ShowsAnAlignedTable) {
-    tool.answerMetadata(kPrintAll);
+    tool.answerMetadata(kWholePhoto);
     const auto photo = tool.makeFile("photo.jpg");
 
     const ProgramResult expected = {0,
@@ -91,7 +91,7 @@ TEST_F(PhotoinfoSummary, ShowsUnknownValuesAsUnknown) {
 }
 
 TEST_F(PhotoinfoSummary, WritesJsonWithEveryField) {
-    tool.answerMetadata(kPrintAll);
+    tool.answerMetadata(kWholePhoto);
     const auto photo = tool.makeFile("photo.jpg");
 
     const ProgramResult result = summary({photo.native(), native("--json")});

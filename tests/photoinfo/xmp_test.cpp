@@ -3,7 +3,7 @@
 namespace test_support {
 namespace {
 
-constexpr auto kPrintAll =
+constexpr auto kProperties =
     "Exif.Image.Artist          Ascii     4  Ada\n"
     "Xmp.dc.format              XmpText  10  image/jpeg\n"
     "Xmp.dc.subject             XmpBag    2  lake, evening\n"
@@ -13,7 +13,7 @@ constexpr auto kPrintAll =
 class PhotoinfoXmp : public PhotoinfoTest {};
 
 TEST_F(PhotoinfoXmp, ShowsThePropertiesByNamespace) {
-    tool.answerMetadata(kPrintAll);
+    tool.answerMetadata(kProperties);
     const auto photo = tool.makeFile("photo.jpg");
 
     EXPECT_EQ(photoinfo({native("xmp"), photo.native()}),
@@ -30,7 +30,7 @@ TEST_F(PhotoinfoXmp, ShowsThePropertiesByNamespace) {
 }
 
 TEST_F(PhotoinfoXmp, WritesJson) {
-    tool.answerMetadata(kPrintAll);
+    tool.answerMetadata(kProperties);
     const auto photo = tool.makeFile("photo.jpg");
     const auto property = [](const Json& space, const char* name, const char* value) {
         return Json{{"namespace", space}, {"name", name}, {"value", value}};

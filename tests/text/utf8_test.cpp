@@ -44,13 +44,13 @@ TEST(Utf8, WritesASurrogateAsThreeBytes) {
     EXPECT_EQ(text, "\xED\xA0\x80\xED\xBF\xBF");
 }
 
-struct Malformed {
+struct MalformedText {
     const char* name;
     std::string text;
     std::u32string decoded;
 };
 
-class MalformedUtf8 : public ::testing::TestWithParam<Malformed> {};
+class MalformedUtf8 : public ::testing::TestWithParam<MalformedText> {};
 
 TEST_P(MalformedUtf8, IsReplaced) {
     EXPECT_FALSE(decodeUtf8(GetParam().text).isWellFormed);
@@ -60,23 +60,23 @@ TEST_P(MalformedUtf8, IsReplaced) {
 // What is replaced by one character is the longest beginning of a well-formed sequence.
 INSTANTIATE_TEST_SUITE_P(
     Utf8, MalformedUtf8,
-    ::testing::Values(Malformed{"LoneContinuation", "\x80", U"\uFFFD"},
-                      Malformed{"TwoContinuations", "\xBF\x80", U"\uFFFD\uFFFD"},
-                      Malformed{"ByteThatBeginsNothing", "\xFFx", U"\uFFFDx"},
-                      Malformed{"OverlongOfTwo", "\xC0\xAF", U"\uFFFD\uFFFD"},
-                      Malformed{"OverlongOfTwoAtItsEnd", "\xC1\xBF", U"\uFFFD\uFFFD"},
-                      Malformed{"OverlongOfThree", "\xE0\x9F\xBF", U"\uFFFD\uFFFD\uFFFD"},
-                      Malformed{"OverlongOfFour", "\xF0\x8F\xBF\xBF", U"\uFFFD\uFFFD\uFFFD\uFFFD"},
-                      Malformed{"Surrogate", "\xED\xA0\x80", U"\uFFFD\uFFFD\uFFFD"},
-                      Malformed{"BeyondTheLastCodePoint", "\xF4\x90\x80\x80",
-                                U"\uFFFD\uFFFD\uFFFD\uFFFD"},
-                      Malformed{"FiveByteLead", "\xF8\x88\x80", U"\uFFFD\uFFFD\uFFFD"},
-                      Malformed{"CutOffAfterOne", "\xC3", U"\uFFFD"},
-                      Malformed{"CutOffAfterTwo", "\xE2\x82", U"\uFFFD"},
-                      Malformed{"CutOffAfterThree", "\xF0\x9F\x93", U"\uFFFD"},
-                      Malformed{"CutOffByALetter", "\xE2\x82x", U"\uFFFDx"},
-                      Malformed{"CutOffByAnotherLead", "\xE2\xC3\xA4", U"\uFFFD\u00E4"}),
-    test_support::caseName<Malformed>);
+    ::testing::Values(
+        MalformedText{"LoneContinuation", "\x80", U"\uFFFD"},
+        MalformedText{"TwoContinuations", "\xBF\x80", U"\uFFFD\uFFFD"},
+        MalformedText{"ByteThatBeginsNothing", "\xFFx", U"\uFFFDx"},
+        MalformedText{"OverlongOfTwo", "\xC0\xAF", U"\uFFFD\uFFFD"},
+        MalformedText{"OverlongOfTwoAtItsEnd", "\xC1\xBF", U"\uFFFD\uFFFD"},
+        MalformedText{"OverlongOfThree", "\xE0\x9F\xBF", U"\uFFFD\uFFFD\uFFFD"},
+        MalformedText{"OverlongOfFour", "\xF0\x8F\xBF\xBF", U"\uFFFD\uFFFD\uFFFD\uFFFD"},
+        MalformedText{"Surrogate", "\xED\xA0\x80", U"\uFFFD\uFFFD\uFFFD"},
+        MalformedText{"BeyondTheLastCodePoint", "\xF4\x90\x80\x80", U"\uFFFD\uFFFD\uFFFD\uFFFD"},
+        MalformedText{"FiveByteLead", "\xF8\x88\x80", U"\uFFFD\uFFFD\uFFFD"},
+        MalformedText{"CutOffAfterOne", "\xC3", U"\uFFFD"},
+        MalformedText{"CutOffAfterTwo", "\xE2\x82", U"\uFFFD"},
+        MalformedText{"CutOffAfterThree", "\xF0\x9F\x93", U"\uFFFD"},
+        MalformedText{"CutOffByALetter", "\xE2\x82x", U"\uFFFDx"},
+        MalformedText{"CutOffByAnotherLead", "\xE2\xC3\xA4", U"\uFFFD\u00E4"}),
+    test_support::caseName<MalformedText>);
 
 TEST(Utf8, ReplacesByTheReplacementCharacter) {
     EXPECT_EQ(decodeUtf8("\xFF").codePoint, kReplacement);

@@ -8,7 +8,7 @@
 namespace photoinfo {
 namespace {
 
-constexpr auto kReplacement = "\xEF\xBF\xBD";
+constexpr auto kReplaced = "\xEF\xBF\xBD";
 
 struct PrintableCase {
     const char* name;
@@ -30,27 +30,26 @@ INSTANTIATE_TEST_SUITE_P(
         PrintableCase{"TwoBytes", "\xC3\xBC", "\xC3\xBC"},
         PrintableCase{"ThreeBytes", "\xE5\x86\x99", "\xE5\x86\x99"},
         PrintableCase{"FourBytes", "\xF0\x9F\x93\xB7", "\xF0\x9F\x93\xB7"},
-        PrintableCase{"Nul", std::string(1, '\0'), kReplacement},
-        PrintableCase{"Escape", "\x1B[0m", kReplacement + std::string("[0m")},
-        PrintableCase{"LineEnd", "a\nb", "a" + std::string(kReplacement) + "b"},
-        PrintableCase{"Delete", "\x7F", kReplacement},
-        PrintableCase{"ControlSequenceIntroducer", "\xC2\x9B", kReplacement},
+        PrintableCase{"Nul", std::string(1, '\0'), kReplaced},
+        PrintableCase{"Escape", "\x1B[0m", kReplaced + std::string("[0m")},
+        PrintableCase{"LineEnd", "a\nb", "a" + std::string(kReplaced) + "b"},
+        PrintableCase{"Delete", "\x7F", kReplaced},
+        PrintableCase{"ControlSequenceIntroducer", "\xC2\x9B", kReplaced},
         PrintableCase{"FirstBehindTheControls", "\xC2\xA0", "\xC2\xA0"},
-        PrintableCase{"LineSeparator", "\xE2\x80\xA8", kReplacement},
-        PrintableCase{"RightToLeftOverride", "\xE2\x80\xAE", kReplacement},
-        PrintableCase{"DirectionIsolate", "\xE2\x81\xA6", kReplacement},
-        PrintableCase{"LoneByte", "\xFF", kReplacement},
-        PrintableCase{"LoneContinuation", "\x80", kReplacement},
-        PrintableCase{"CutShort", "a\xE5\x86", "a" + std::string(kReplacement) + kReplacement},
+        PrintableCase{"LineSeparator", "\xE2\x80\xA8", kReplaced},
+        PrintableCase{"RightToLeftOverride", "\xE2\x80\xAE", kReplaced},
+        PrintableCase{"DirectionIsolate", "\xE2\x81\xA6", kReplaced},
+        PrintableCase{"LoneByte", "\xFF", kReplaced},
+        PrintableCase{"LoneContinuation", "\x80", kReplaced},
+        PrintableCase{"CutShort", "a\xE5\x86", "a" + std::string(kReplaced) + kReplaced},
         PrintableCase{"BrokenOff",
                       "\xE5"
                       "ab",
-                      kReplacement + std::string("ab")},
-        PrintableCase{"Overlong", "\xC0\xAF", kReplacement + std::string(kReplacement)},
-        PrintableCase{"Surrogate", "\xED\xA0\x80",
-                      kReplacement + std::string(kReplacement) + kReplacement},
+                      kReplaced + std::string("ab")},
+        PrintableCase{"Overlong", "\xC0\xAF", kReplaced + std::string(kReplaced)},
+        PrintableCase{"Surrogate", "\xED\xA0\x80", kReplaced + std::string(kReplaced) + kReplaced},
         PrintableCase{"BeyondUnicode", "\xF4\x90\x80\x80",
-                      kReplacement + std::string(kReplacement) + kReplacement + kReplacement}),
+                      kReplaced + std::string(kReplaced) + kReplaced + kReplaced}),
     [](const auto& each) { return std::string(each.param.name); });
 
 struct DecimalCase {

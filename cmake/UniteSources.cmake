@@ -1,0 +1,12 @@
+# exiv2_wrapper_unite_sources(TARGET): compiles the sources of a program or library of ours as one,
+# where EXIV2_WRAPPER_UNITE_SOURCES says so: most of them spend their time on the same large headers
+# and templates. Names in unnamed namespaces are therefore unique within a target. Sources for one
+# platform stay alone, since the system's headers are full of macros. Call it when the target has all
+# of its sources.
+function(exiv2_wrapper_unite_sources target)
+  get_target_property(sources ${target} SOURCES)
+  list(FILTER sources INCLUDE REGEX "_(posix|win32|linux)(_test)?[.]cpp$")
+  set_source_files_properties(${sources} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+  set_target_properties(${target} PROPERTIES UNITY_BUILD ${EXIV2_WRAPPER_UNITE_SOURCES}
+                                             UNITY_BUILD_BATCH_SIZE 0)
+endfunction()
