@@ -1,11 +1,14 @@
 #!/usr/bin/env bash
-# Installs what is missing on a Debian machine and checks everything: the sources' form, the tests
-# natively, under both sanitizers and as Windows programs under Wine, and the static analysis. Ends
-# with an exit code other than 0 at the first failure. Writes nothing outside build/.
+# Checks the project: installs what is missing on a Debian machine, then runs steps, one after
+# another, to the first that fails. Writes nothing outside build/.
 #
-#   scripts/test.sh
+#   scripts/test.sh [--verbose]            what to run at the desk: format, scripts, native
+#   scripts/test.sh --all [--verbose]      everything, as continuous integration does
+#   scripts/test.sh [--verbose] STEP...    these steps
+#   scripts/test.sh --help                 lists the steps
 #
-# Run as root, or as a user who may use sudo.
+# A step that passes is a line with its time; one that fails shows all of its output, which also
+# stands in build/test/STEP.log. Run as root, or as a user who may use sudo.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -13,42 +16,58 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 source "$root/scripts/lib/packages.sh"
 cd "$root"
 
+readonly desk=(format scripts native)
+readonly all=("${desk[@]}" analysis reference asan tsan fuzzers wine windows-clang demo benchmarks)
+readonly logs=$root/build/test
+
 jobs=$(nproc)
 export CMAKE_BUILD_PARALLEL_LEVEL=$jobs
 export CTEST_PARALLEL_LEVEL=$jobs
 export CLICOLOR_FORCE=0
+export EXIV2_WRAPPER_PRINTOUTS=$root/build/printouts
 
-# step TITLE COMMAND...: runs the command and tells how long it took.
-step() {
-    local title=$1
-    local begin=$SECONDS
-    shift
-    echo "==== $title"
-    "$@"
-    echo "==== $title: done in $((SECONDS - begin)) s"
+describe() {
+    case $1 in
+        format) echo "the C++ sources are formatted" ;;
+        scripts) echo "shellcheck finds nothing in the scripts" ;;
+        native) echo "the build by GCC and its tests, with the installed tools" ;;
+        analysis) echo "clang-tidy finds nothing, in the sources for Windows neither" ;;
+        reference) echo "everything exported is documented" ;;
+        asan) echo "the tests under AddressSanitizer and UndefinedBehaviorSanitizer, by Clang" ;;
+        tsan) echo "the tests of what has threads under ThreadSanitizer" ;;
+        fuzzers) echo "each fuzzer, for some seconds" ;;
+        wine) echo "the build for Windows by GCC, its tests under Wine" ;;
+        windows-clang) echo "the build for Windows by Clang" ;;
+        demo) echo "the optimised build and the demo" ;;
+        benchmarks) echo "the benchmarks build and run; what they measure here counts for nothing" ;;
+        *) return 1 ;;
+    esac
 }
+
+usage() {
+    sed -n '2,/^set/{/^#/!d;s/^# \{0,1\}//;p}' "${BASH_SOURCE[0]}"
+    local step
+    echo "Steps:"
+    for step in "${all[@]}"; do
+        printf '  %-14s %s\n' "$step" "$(describe "$step")"
+    done
+}
+
+# ---- what steps share
 
 # tracked PATTERN...: the repository's own files, whoever owns the clone.
 tracked() {
     git -c safe.directory='*' ls-files -- "$@"
 }
 
-check_format() {
-    tracked '*.h' '*.cpp' | xargs clang-format --dry-run -Werror
-}
-
-check_scripts() {
-    tracked '*.sh' .ci/run | xargs shellcheck --external-sources
+# workflow PRESET: configures, builds and tests.
+workflow() {
+    cmake --workflow --preset "$1"
 }
 
 # What the real tool prints about real photos, for replays on a platform that lacks the tool.
 record_printouts() {
-    scripts/record_printouts.sh "$root/build/printouts"
-}
-
-# workflow PRESET: configures, builds and tests.
-workflow() {
-    EXIV2_WRAPPER_PRINTOUTS=$root/build/printouts cmake --workflow --preset "$1"
+    scripts/record_printouts.sh "$EXIV2_WRAPPER_PRINTOUTS"
 }
 
 # with_fixed_addresses COMMAND...: without random addresses in memory, where that is allowed.
@@ -60,16 +79,65 @@ with_fixed_addresses() {
     fi
 }
 
-# The sanitizers' runtimes expect less random addresses than newer kernels hand out.
-sanitizer_workflow() {
-    EXIV2_WRAPPER_PRINTOUTS=$root/build/printouts \
-        with_fixed_addresses cmake --workflow --preset "$1"
+# ---- the steps
+
+step_format() {
+    install_missing "${packages_format[@]}"
+    tracked '*.h' '*.cpp' | xargs clang-format --dry-run -Werror
 }
 
-# The real tool for Windows is an npm package. Debian's npm is large, so any that is there will do.
-fetch_windows_exiftool() {
-    command -v npm >/dev/null || install_missing npm
-    scripts/fetch_windows_exiftool.sh
+step_scripts() {
+    install_missing "${packages_scripts[@]}"
+    tracked '*.sh' .ci/run | xargs shellcheck --external-sources
+}
+
+step_native() {
+    install_missing "${packages_build[@]}" "${packages_tools[@]}" "${packages_tests[@]}" \
+        "${packages_browser[@]}"
+    record_printouts
+    workflow debug
+}
+
+# The analysis sees a file as a build by Clang compiles it. The large headers of the command-line
+# tools are read once, by a file that includes all of their sources: that file alone is not ours.
+# Paths through the code are searched in the library; in the tools that has never found anything.
+step_analysis() {
+    install_missing "${packages_build[@]}" "${packages_analysis[@]}"
+    local tidy=(xargs --max-procs="$jobs" --max-args=1 clang-tidy --quiet)
+    cmake --preset analysis
+    cmake --preset analysis-windows
+    find build/analysis build/analysis-windows -name 'unity_*.cxx' -path '*/tools/*' |
+        grep -v analysis-windows |
+        "${tidy[@]}" -p build/analysis --checks=-clang-analyzer-*,-bugprone-suspicious-include \
+            --header-filter='/tools/.*\.(h|cpp)$'
+    tracked 'exiv2_wrapper/*.cpp' 'host/*.cpp' 'tools/*_posix.cpp' | grep -v '_win32\.cpp$' |
+        "${tidy[@]}" -p build/analysis
+    tracked 'exiv2_wrapper/*_win32.cpp' 'host/*_win32.cpp' 'tools/*_win32.cpp' |
+        "${tidy[@]}" -p build/analysis-windows
+}
+
+step_reference() {
+    scripts/docs.sh
+}
+
+# The sanitizers' runtimes expect less random addresses than newer kernels hand out.
+sanitizer_workflow() {
+    install_missing "${packages_build[@]}" "${packages_tools[@]}" "${packages_tests[@]}" \
+        "${packages_sanitizers[@]}" "${packages_browser[@]}"
+    record_printouts
+    with_fixed_addresses cmake --workflow --preset "$1"
+}
+
+step_asan() {
+    sanitizer_workflow asan
+}
+
+step_tsan() {
+    sanitizer_workflow tsan
+}
+
+step_fuzzers() {
+    scripts/fuzz.sh 20
 }
 
 # Wine's first start fills its prefix, which takes longer than a test may; no test should wait for
@@ -85,52 +153,106 @@ start_wine() {
     exec {wine_stays}> >(with_fixed_addresses "$wine" cmd /c 'set /p line=' >/dev/null 2>&1)
 }
 
-# Wine shows this machine's files as drive Z.
-wine_workflow() {
+# Wine shows this machine's files as drive Z. The real exiftool.exe is an npm package; Debian's npm
+# is large, so any that is there will do.
+step_wine() {
+    install_missing "${packages_build[@]}" "${packages_tools[@]}" "${packages_tests[@]}" \
+        "${packages_windows[@]}"
+    command -v npm >/dev/null || install_missing npm
+    scripts/fetch_windows_exiftool.sh
+    record_printouts
     start_wine
-    EXIV2_WRAPPER_PRINTOUTS=Z:$root/build/printouts cmake --workflow --preset mingw
+    EXIV2_WRAPPER_PRINTOUTS=Z:$EXIV2_WRAPPER_PRINTOUTS workflow mingw
     exec {wine_stays}>&-
 }
 
 # The library and its tool by a second compiler, which warns of other things.
-build_windows_by_clang() {
+step_windows-clang() {
+    install_missing "${packages_build[@]}" "${packages_windows[@]}" "${packages_clang[@]}"
     cmake --preset mingw-clang -DEXIV2_WRAPPER_BUILD_TESTS=OFF
     cmake --build --preset mingw-clang
 }
 
-# The one optimised build; the benchmarks are compiled with the native tests, and measure something
-# on a quiet machine only: scripts/bench.sh runs them.
-run_demo() {
+step_demo() {
     CXXFLAGS=-Werror scripts/demo.sh
 }
 
-# The analysis sees a file as a build compiles it: those for Windows as the build by Clang does.
-analyse() {
-    tracked 'exiv2_wrapper/*.cpp' 'host/*.cpp' 'tools/*.cpp' | grep -v '_win32\.cpp$' |
-        xargs --max-procs="$jobs" --max-args=1 clang-tidy --quiet -p build/debug
+step_benchmarks() {
+    EXIV2_WRAPPER_BENCH_BUILD=$root/build/demo scripts/bench.sh --brief
 }
 
-analyse_windows() {
-    tracked 'exiv2_wrapper/*_win32.cpp' 'host/*_win32.cpp' 'tools/*_win32.cpp' |
-        xargs --max-procs="$jobs" --max-args=1 clang-tidy --quiet -p build/mingw-clang
+# ---- running them
+
+# watch STEP PROCESS: waits for its end, and says every minute that it lives.
+watch() {
+    local begin=$SECONDS minutes=0
+    while kill -0 "$2" 2>/dev/null; do
+        if ((SECONDS - begin >= 60 * (minutes + 1))); then
+            minutes=$((minutes + 1))
+            echo "     $1: running for $minutes min"
+        fi
+        sleep 0.2
+    done
 }
 
-install_missing "${packages_build[@]}" "${packages_tools[@]}" "${packages_tests[@]}" \
-    "${packages_demo[@]}" "${packages_clang[@]}" "${packages_fuzz[@]}" "${packages_docs[@]}" \
-    "${packages_browser[@]}"
+# run STEP: a line when it has passed, its whole output when it hasn't.
+run() {
+    local step=$1 log=$logs/$1.log begin=$SECONDS code=0
+    mkdir -p "$logs"
+    if [[ $verbose == yes ]]; then
+        ("step_$step") </dev/null > >(tee "$log") 2>&1 &
+    else
+        ("step_$step") </dev/null >"$log" 2>&1 &
+    fi
+    watch "$step" $!
+    wait $! || code=$?
+    if ((code != 0)); then
+        [[ $verbose == yes ]] || cat "$log"
+        echo "FAIL $step after $((SECONDS - begin)) s (build/test/$step.log)"
+        return 1
+    fi
+    times[$step]=$((SECONDS - begin))
+    echo "ok   $step: $((SECONDS - begin)) s"
+}
 
-step "Format" check_format
-step "Scripts" check_scripts
-step "Print-outs of real photos" record_printouts
-step "Native tests" workflow debug
-step "Static analysis" analyse
-step "Reference of the exported header" scripts/docs.sh
-step "AddressSanitizer and UndefinedBehaviorSanitizer" sanitizer_workflow asan
-step "ThreadSanitizer" sanitizer_workflow tsan
-step "Fuzzers" scripts/fuzz.sh 20
-step "Windows exiftool" fetch_windows_exiftool
-step "Windows tests under Wine" wine_workflow
-step "Windows build by Clang" build_windows_by_clang
-step "Static analysis of the Windows sources" analyse_windows
-step "Demo" run_demo
-echo "==== All passed in $SECONDS s"
+table() {
+    local step
+    echo
+    for step in "${chosen[@]}"; do
+        printf '%-14s %5d s\n' "$step" "${times[$step]}"
+    done
+    printf '%-14s %5d s\n\n' "all" "$SECONDS"
+    echo "Steps: ${#chosen[@]} passed, 0 failed"
+}
+
+verbose=no
+chosen=()
+while (($#)); do
+    case $1 in
+        --help) usage && exit ;;
+        --verbose) verbose=yes ;;
+        --all) chosen=("${all[@]}") ;;
+        *)
+            if ! describe "$1" >/dev/null; then
+                echo "There is no step \"$1\": scripts/test.sh --help lists them" >&2
+                exit 2
+            fi
+            chosen+=("$1")
+            ;;
+    esac
+    shift
+done
+is_desk=no
+if ((${#chosen[@]} == 0)); then
+    chosen=("${desk[@]}")
+    is_desk=yes
+fi
+
+declare -A times=()
+for step in "${chosen[@]}"; do
+    run "$step"
+done
+table
+if [[ $is_desk == yes ]]; then
+    echo "scripts/test.sh --all checks the rest: ${all[*]:${#desk[@]}}."
+fi

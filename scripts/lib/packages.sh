@@ -10,25 +10,35 @@ packages_tools=(exiv2 libimage-exiftool-perl)
 # For the demo: the companion's library, and a maker of fresh images.
 # shellcheck disable=SC2034
 packages_demo=(libexiv2-dev netpbm)
-# To build and run every test, natively and as a Windows program under Wine, and to check the sources.
+# To check the form of the sources and of the scripts.
 # shellcheck disable=SC2034
-packages_tests=(
-    git googletest libbenchmark-dev libexiv2-dev libjpeg-turbo-progs
-    g++-mingw-w64-x86-64-posix wine wine64
-    clang-format clang-tidy shellcheck pkgconf fish
-)
-# To build and run the fuzzers.
+packages_format=(git clang-format)
 # shellcheck disable=SC2034
-packages_fuzz=(clang llvm libclang-rt-dev)
-# To measure how much of the library the tests reach.
+packages_scripts=(git shellcheck)
+# To build and run the native tests.
 # shellcheck disable=SC2034
-packages_coverage=(gcovr)
-# To build the Windows library by Clang too.
-# shellcheck disable=SC2034
-packages_clang=(clang lld)
+packages_tests=(googletest libexiv2-dev libjpeg-turbo-progs pkgconf fish)
 # To look at photoinfo's report as its readers do, in a browser without a window.
 # shellcheck disable=SC2034
 packages_browser=(chromium fonts-dejavu-core)
+# To run the tests under the sanitizers of Clang.
+# shellcheck disable=SC2034
+packages_sanitizers=(clang llvm libclang-rt-dev)
+# To analyse the sources, those for Windows too.
+# shellcheck disable=SC2034
+packages_analysis=(git clang clang-tidy libexiv2-dev g++-mingw-w64-x86-64-posix)
+# To build and run the fuzzers.
+# shellcheck disable=SC2034
+packages_fuzz=(clang llvm libclang-rt-dev)
+# To build for Windows and to run what was built.
+# shellcheck disable=SC2034
+packages_windows=(g++-mingw-w64-x86-64-posix wine wine64)
+# To build the Windows library by Clang too.
+# shellcheck disable=SC2034
+packages_clang=(clang lld)
+# To measure how much of the library the tests reach.
+# shellcheck disable=SC2034
+packages_coverage=(gcovr)
 # To read the exported header's documentation as pages.
 # shellcheck disable=SC2034
 packages_docs=(doxygen)
