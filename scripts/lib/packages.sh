@@ -10,6 +10,11 @@ packages_tools=(exiv2 libimage-exiftool-perl)
 # For the demo: the companion's library, and a maker of fresh images.
 # shellcheck disable=SC2034
 packages_demo=(libexiv2-dev netpbm)
+# To build libexiv2 as a static library from Debian's source packages, natively and for Windows.
+# shellcheck disable=SC2034
+packages_libexiv2=(dpkg-dev cmake ninja-build g++ libexpat1-dev zlib1g-dev)
+# shellcheck disable=SC2034
+packages_libexiv2_windows=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev)
 # To build and run every test, natively and as a Windows program under Wine, and to check the sources.
 # shellcheck disable=SC2034
 packages_tests=(
