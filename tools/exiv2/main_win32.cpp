@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include <windows.h>
 
+#include <signal.h>
 #include <stdlib.h>
 
 #include <string>
@@ -10,6 +11,8 @@
 #include "exiv2/application.h"
 
 namespace {
+
+constexpr UINT kAborted = 3;  // as the C runtime has it, after words and perhaps a dialog
 
 std::string utf8Of(std::wstring_view wide) {
     const int wideSize = static_cast<int>(wide.size());
@@ -25,7 +28,7 @@ std::string utf8Of(std::wstring_view wide) {
 int wmain(int count, wchar_t** arguments) {
     // A photo that brings libexiv2 down ends this process, without a dialog.
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
-    _set_abort_behavior(0, _WRITE_ABORT_MSG | _CALL_REPORTFAULT);
+    (void)signal(SIGABRT, [](int) { TerminateProcess(GetCurrentProcess(), kAborted); });
     std::vector<exiv2_tool::Argument> texts;
     for (int i = 1; i < count; ++i) {
         texts.push_back({arguments[i], utf8Of(arguments[i])});
