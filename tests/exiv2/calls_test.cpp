@@ -103,6 +103,7 @@ const Call kOtherCalls[] = {
     {"-ep", "a.jpg", "1", "1", "JPG", "more"},
     {"-ep1", "a.jpg", "1", "1"},
     {"rm", "a.jpg"},
+    {"--read"},
 };
 
 INSTANTIATE_TEST_SUITE_P(Table, OtherCalls, ::testing::ValuesIn(kOtherCalls));

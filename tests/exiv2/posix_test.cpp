@@ -94,6 +94,25 @@ TEST_F(PosixCalls, EndQuietlyWhenNobodyReads) {
     }
 }
 
+// The first part is larger than a pipe. So it is out only when somebody reads, who makes the second
+// file before that.
+TEST_F(PosixCalls, WriteAPartBeforeTheyOpenTheNextFile) {
+    std::string numbers = "200";
+    for (int i = 0; i < 18000; ++i) {
+        numbers += " 200";
+    }
+    const fs::path first =
+        makePhoto("first.jpg", {.tags = {{"Exif.Photo.DeviceSettingDescription", numbers}}});
+    ASSERT_GT(call({"-PXEkycv", "-q", first}).output.size(), 65536U);
+    const fs::path second = folder.path() / "second.jpg";
+
+    const ProgramResult result = inShell(
+        "\"$@\" | { cp '" + first.native() + "' '" + second.native() + "'; grep -a '^1 '; }",
+        {"--read", first, second});
+
+    EXPECT_THAT(result.output, ::testing::StartsWith("1 0 ")) << result.error;
+}
+
 // The tool hangs at its output, which nobody reads, when the signal comes.
 TEST_F(PosixCalls, ThatEndByASignalAreFailedRunsToTheLibrary) {
     const test_support::TemporaryDirectory tools;

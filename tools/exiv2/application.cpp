@@ -67,6 +67,30 @@ int answer(const Argument& file, const Print& print) {
     return std::max(code, write(output));
 }
 
+/// What a call would print about a photo, and its exit code.
+struct Part {
+    int code = kFailure;
+    std::string output;
+};
+
+template <typename Print>
+Part partOf(const Argument& file, const Photo& photo, const Print& print) {
+    Part part;
+    part.code = attempt(file, [&] { print(part.output, photo.image()); });
+    return part;
+}
+
+int writeParts(std::size_t position, const Part& entries, const Part& summary) {
+    std::string output = std::to_string(position);
+    for (const Part* const part : {&entries, &summary}) {
+        output += ' ' + std::to_string(part->code) + ' ' + std::to_string(part->output.size());
+    }
+    output += '\n';
+    output += entries.output;
+    output += summary.output;
+    return write(output);
+}
+
 /// A size in pixels: decimal digits and nothing else, from 1 to 2147483647.
 std::uint32_t readSize(std::string_view text) {
     std::uint32_t size = 0;
@@ -110,8 +134,31 @@ int answerPreview(Arguments arguments) {
     });
 }
 
+/// Writes each file's part before it opens the next file.
+int answerMany(Arguments arguments) {
+    const Arguments files = arguments.subspan(1);
+    for (std::size_t position = 0; position < files.size(); ++position) {
+        const Argument& file = files[position];
+        Part entries;
+        Part summary;
+        (void)attempt(file, [&] {
+            const Photo photo(file.native);
+            entries = partOf(file, photo, printAll);
+            summary = partOf(file, photo, printSummary);
+        });
+        if (const int code = writeParts(position, entries, summary); code != kSuccess) {
+            return code;
+        }
+        // Forgets the namespaces that this photo brought with it: they would have a say in the
+        // next.
+        Exiv2::XmpParser::terminate();
+    }
+    return kSuccess;
+}
+
 struct Call {
-    std::string_view form;  ///< words parted by blanks; those in capitals stand for any argument
+    /// Words parted by blanks. Those in capitals stand for any argument, with "..." for any number.
+    std::string_view form;
     int (*answer)(Arguments);
 };
 
@@ -123,6 +170,7 @@ constexpr Call kCalls[] = {
     {"--key KEY --Print kt FILE", answerKey},
     {"-ep FILE SIZE SIZE", answerPreview},
     {"-ep FILE SIZE SIZE FORMAT", answerPreview},
+    {"--read FILE...", answerMany},
 };
 
 bool isPlaceholder(std::string_view word) {
@@ -132,6 +180,9 @@ bool isPlaceholder(std::string_view word) {
 bool hasForm(Arguments arguments, std::string_view form) {
     for (const Argument& argument : arguments) {
         const std::string_view word = form.substr(0, form.find(' '));
+        if (word.ends_with("...")) {
+            return true;
+        }
         if (word.empty() || (!isPlaceholder(word) && word != argument.text)) {
             return false;
         }
