@@ -24,22 +24,22 @@ build_programs() {
     local log=$root/build/demo.log
     mkdir -p "$root/build"
     echo "Building into $build"
+    "$root/scripts/libexiv2.sh" native
     if ! {
         cmake -S "$root" --preset release -B "$build" \
             -DEXIV2_WRAPPER_BUILD_TESTS=OFF -DEXIV2_WRAPPER_BUILD_BENCHMARKS=OFF \
             -DEXIV2_WRAPPER_WARNINGS_AS_ERRORS=OFF &&
-            cmake --build "$build" --target photoinfo exiv2_companion
+            cmake --build "$build" --target photoinfo exiv2_tool
     } >"$log" 2>&1; then
         cat "$log" >&2
         return 1
     fi
 }
 
-# The library calls its tools by the same names on every platform. The companion is exiv2 with the
-# preview call; it finds the real one by itself.
+# The library calls its tools by the same names on every platform.
 lay_out_tools() {
     mkdir -p "$tools"
-    ln -sfn "$build/tools/exiv2_companion/exiv2.exe" "$tools/exiv2.exe"
+    ln -sfn "$build/tools/exiv2/exiv2.exe" "$tools/exiv2.exe"
     ln -sfn "$(command -v exiftool)" "$tools/exiftool.exe"
 }
 

@@ -7,9 +7,14 @@ packages_build=(cmake ninja-build g++ libcli11-dev nlohmann-json3-dev)
 # The two tools that the library drives.
 # shellcheck disable=SC2034
 packages_tools=(exiv2 libimage-exiftool-perl)
-# For the demo: the companion's library, and a maker of fresh images.
+# For the demo: a maker of fresh images.
 # shellcheck disable=SC2034
-packages_demo=(libexiv2-dev netpbm)
+packages_demo=(netpbm)
+# To build libexiv2 as a static library from Debian's source packages, natively and for Windows.
+# shellcheck disable=SC2034
+packages_libexiv2=(dpkg-dev cmake ninja-build g++ libexpat1-dev zlib1g-dev)
+# shellcheck disable=SC2034
+packages_libexiv2_windows=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev)
 # To check the form of the sources and of the scripts.
 # shellcheck disable=SC2034
 packages_format=(git clang-format)

@@ -62,8 +62,8 @@ TEST_F(PhotoinfoDoctor, WarnsOfAToolWithoutThePreviewCall) {
     const ProgramResult result = doctor();
 
     EXPECT_EQ(result.exitCode, 6);
-    EXPECT_NE(result.output.find("  exiv2 previews      missing: the preview call is not known; "
-                                 "the exiv2 companion knows it\n"),
+    EXPECT_NE(result.output.find("  exiv2 previews      missing: not with this exiv2.exe; "
+                                 "the one of this project does\n"),
               std::string::npos);
 }
 

@@ -131,7 +131,7 @@ TEST_F(PhotoinfoPreview, NeverAsksAToolThatDoesNotKnowTheCallAboutThePhoto) {
     EXPECT_EQ(preview(photo, output),
               (ProgramResult{6, "",
                              "photoinfo: this exiv2.exe does not know the call that extracts "
-                             "previews; the exiv2 companion does\n"}));
+                             "previews; the one of this project does\n"}));
     for (const Arguments& call : tool.calls()) {
         EXPECT_EQ(std::count(call.begin(), call.end(), photo.native()), 0);
     }

@@ -11,7 +11,7 @@
 #include "support/photo_list.h"
 #include "support/skip_or_fail.h"
 
-// Previews of real photos, extracted through the companion, against what the installed exiv2
+// Previews of real photos, extracted through our exiv2.exe, against what the stock one
 // extracts into files.
 
 namespace exiv2_wp {
@@ -40,7 +40,7 @@ protected:
         if (GetParam().empty()) {
             SKIP_OR_FAIL("no photos in " PHOTOS);
         }
-        ASSERT_TRUE(initialize(fs::path(COMPANION).parent_path()));
+        ASSERT_TRUE(initialize(fs::path(EXIV2_TOOL).parent_path()));
         photo = photoFolder_.path() / GetParam().filename();
         fs::copy_file(GetParam(), photo);
         fs::create_directory(extracted_);
@@ -143,7 +143,7 @@ TEST(Photos, GiveFifteenPreviewsAtLeast) {
     if (test_support::listFiles(PHOTOS).front().empty()) {
         SKIP_OR_FAIL("no photos in " PHOTOS);
     }
-    ASSERT_TRUE(initialize(fs::path(COMPANION).parent_path()));
+    ASSERT_TRUE(initialize(fs::path(EXIV2_TOOL).parent_path()));
     int photosWithPreview = 0;
     for (const fs::path& photo : test_support::listFiles(PHOTOS)) {
         TopBottomOffset offset;

@@ -20,6 +20,7 @@ namespace {
 namespace fs = std::filesystem;
 using enum CheckState;
 
+constexpr std::string_view kNotWithThis = "not with this exiv2.exe; the one of this project does";
 constexpr std::string_view kVersionTag = "ExifToolVersion";
 
 bool isFile(const fs::path& file) {
@@ -80,7 +81,7 @@ private:
         const CheckState preview = isSpoken ? ok : (isReading ? missing : notTried);
         add("exiv2 previews", ExitCode::previewCall, preview,
             isSpoken    ? "the preview call is known"
-            : isReading ? "the preview call is not known; the exiv2 companion knows it"
+            : isReading ? kNotWithThis
                         : "");
     }
 

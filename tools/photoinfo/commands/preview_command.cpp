@@ -41,9 +41,10 @@ protected:
         const fs::path output = filePathOf(output_);
         requireWritable(file, output);
         if (!speaksPreviewCall(ProbePhoto())) {
-            throw Failure(ExitCode::previewCall,
-                          "this exiv2.exe does not know the call that extracts previews; the exiv2 "
-                          "companion does");
+            throw Failure(
+                ExitCode::previewCall,
+                "this exiv2.exe does not know the call that extracts previews; the one of "
+                "this project does");
         }
         std::optional<Finding> finding;
         bool isWritten = true;
