@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "exiv2_wrapper/model/metadata_cache.h"
+#include "exiv2_wrapper/model/cache_key.h"
 
 namespace exiv2_wp::internal {
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <cstddef>
 #include <deque>
 #include <future>
@@ -13,10 +12,9 @@
 #include <utility>
 
 #include "exiv2_wrapper/log/log.h"
-#include "exiv2_wrapper/model/known_records.h"
+#include "exiv2_wrapper/model/cache_key.h"
 #include "exiv2_wrapper/model/print_all_parser.h"
 #include "exiv2_wrapper/model/summary_parser.h"
-#include "exiv2_wrapper/platform/platform.h"
 #include "exiv2_wrapper/runner/process_runner.h"
 #include "exiv2_wrapper/text/path_text.h"
 #include "exiv2_wrapper/text/text.h"
@@ -47,12 +45,10 @@ struct Cache {
     std::mutex cacheMutex;
     std::unordered_map<std::string, SharedRecord> cacheTable;  // guarded by cacheMutex
     std::deque<std::string> cacheOrder;  // guarded by cacheMutex; keys, the oldest first
-    KnownRecords known;                  // changed under cacheMutex; holds what the table holds
 
     // The entry of an unfinished computation may go like any other: whoever waits for it holds its
     // future.
     void evictOldest() {
-        known.forgetAll();
         for (std::size_t i = 0; i < kEvictedAtOnce && !cacheOrder.empty(); ++i) {
             cacheTable.erase(cacheOrder.front());
             cacheOrder.pop_front();
@@ -60,7 +56,6 @@ struct Cache {
     }
 
     void erase(const std::string& key) {
-        known.forgetAll();
         cacheTable.erase(key);
         const auto place = std::find(cacheOrder.begin(), cacheOrder.end(), key);
         if (place != cacheOrder.end()) {
@@ -100,10 +95,6 @@ CacheEntry getOrCreateEntry(const std::string& key) {
         throw;
     }
     return entry;
-}
-
-bool isSettled(const SharedRecord& record) {
-    return record.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
 }
 
 // Owned by the caller that computes a key: whatever happens to it, nobody waits for ever.
@@ -187,33 +178,17 @@ Record readRecord(const std::filesystem::path& file, const std::string& key) {
 
 std::shared_ptr<const CliExifMetadata> readExifMetadataFromCliCached(
     const std::filesystem::path& file) {
-    Cache& shared = cache();
-    const bool isSpelledOut = file.is_absolute();  // or the current directory decides what it means
-    if (isSpelledOut) {
-        if (std::optional<Record> known = shared.known.find(file.native())) {
-            return *std::move(known);
-        }
-    }
     std::string key = makeCacheKey(file);
     CacheEntry entry;
     {
-        const std::lock_guard lock(shared.cacheMutex);
+        const std::lock_guard lock(cache().cacheMutex);
         entry = getOrCreateEntry(key);
-        if (isSpelledOut && !entry.promise && isSettled(entry.record)) {
-            shared.known.remember(file.native(), entry.record.get());
-        }
     }
     if (!entry.promise) {
         return entry.record.get();
     }
     computationGuard guard(std::move(key), *std::move(entry.promise));
     return guard.deliver(readRecord(file, guard.key()));
-}
-
-std::string makeCacheKey(const std::filesystem::path& file) {
-    std::string key = utf8Path(fullPath(file).lexically_normal().make_preferred());
-    lowerCase(key);
-    return key;
 }
 
 }  // namespace exiv2_wp::internal

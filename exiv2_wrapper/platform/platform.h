@@ -159,7 +159,7 @@ void endService(Service& service);
 /// The absolute form of a path, `path` itself when the system gives none. On Windows the system's
 /// own, which knows the drives' current folders and shares of the network, and drops the dots and
 /// blanks at the end of a name; the standard library's differs between compilers.
-[[nodiscard]] std::filesystem::path fullPath(const std::filesystem::path& path);
+[[nodiscard]] NativeString fullPath(const std::filesystem::path& path);
 
 /// The full path of the module that holds this library; empty when it can't be learnt.
 [[nodiscard]] std::filesystem::path libraryFile();

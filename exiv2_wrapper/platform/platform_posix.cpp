@@ -385,10 +385,13 @@ std::filesystem::path shortPath(const std::filesystem::path&) {
     return {};
 }
 
-std::filesystem::path fullPath(const std::filesystem::path& path) {
+NativeString fullPath(const std::filesystem::path& path) {
+    if (path.is_absolute()) {
+        return path.native();
+    }
     std::error_code error;
-    std::filesystem::path full = std::filesystem::absolute(path, error);
-    return error ? path : full;
+    const std::filesystem::path full = std::filesystem::absolute(path, error);
+    return error ? path.native() : full.native();
 }
 
 std::filesystem::path libraryFile() {

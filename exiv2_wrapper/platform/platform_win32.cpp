@@ -190,13 +190,13 @@ std::filesystem::path shortPath(const std::filesystem::path& path) {
     return length != 0 ? std::filesystem::path(name.data()) : std::filesystem::path();
 }
 
-std::filesystem::path fullPath(const std::filesystem::path& path) {
+NativeString fullPath(const std::filesystem::path& path) {
     std::wstring full(MAX_PATH, L'\0');
     for (;;) {
         const DWORD length =
             GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr);
         if (length == 0) {
-            return path;
+            return path.native();
         }
         const bool isWhole = length < full.size();  // or else it counts the zero at its end too
         full.resize(length);

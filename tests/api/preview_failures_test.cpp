@@ -10,7 +10,7 @@
 #include <string>
 #include <unordered_set>
 
-#include "exiv2_wrapper/model/metadata_cache.h"
+#include "exiv2_wrapper/model/cache_key.h"
 
 namespace exiv2_wp::internal {
 namespace {

@@ -363,7 +363,7 @@ std::filesystem::path shortPath(const std::filesystem::path&) {
     return {};
 }
 
-std::filesystem::path fullPath(const std::filesystem::path& path) {
+NativeString fullPath(const std::filesystem::path& path) {
     Access().tellOfFileName();
     return std::filesystem::absolute(path);
 }

@@ -2,7 +2,6 @@
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
 #include "exiv2_wrapper/model/metadata_cache.h"
-#include "support/current_directory.h"
 #include "support/log_capture.h"
 #include "support/tool_directory.h"
 
@@ -10,28 +9,11 @@ namespace exiv2_wp::internal {
 namespace {
 
 using test_support::Arguments;
-using test_support::CurrentDirectory;
 using test_support::failureLine;
 using test_support::kReadExifMetadataSignature;
 using test_support::LogCapture;
 using test_support::LogLine;
-using test_support::TemporaryDirectory;
 using test_support::ToolDirectory;
-
-TEST(CacheKey, KeepsBytesThatAreNoUtf8) {
-    EXPECT_EQ(makeCacheKey("/Photos/\xFF\xC4\x80\xFE.JPG"), "/photos/\xFF\xC4\x80\xFE.jpg");
-}
-
-TEST(CacheKey, KeepsALineFeed) {
-    EXPECT_EQ(makeCacheKey("/photos/A\nB.jpg"), "/photos/a\nb.jpg");
-}
-
-TEST(CacheKey, OfAPathThatCanNotBeMadeAbsoluteIsThePathAsGiven) {
-    const TemporaryDirectory folder;
-    const CurrentDirectory current(folder.path());
-    std::filesystem::remove(folder.path());
-    EXPECT_EQ(makeCacheKey("./Photo.JPG"), "photo.jpg");
-}
 
 TEST(MalformedFileNames, AreThoseOfDifferentFiles) {
     const LogCapture log;

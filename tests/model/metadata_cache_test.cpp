@@ -232,15 +232,11 @@ TEST_F(PathSpelling, IsAnotherFilesInAnotherFolder) {
     EXPECT_EQ(printAllRuns(), 2U);
 }
 
-TEST(CacheKey, KeepsLettersBeyondAsciiAsTheyAre) {
-    const std::string upper = makeCacheKey(u8"B\u00C4R.JPG");
-    const std::string lower = makeCacheKey(u8"b\u00E4r.jpg");
-    EXPECT_NE(upper, lower);
-    EXPECT_TRUE(upper.ends_with("b\xC3\x84r.jpg"));
-}
-
-TEST(CacheKey, OfNothingIsEmpty) {
-    EXPECT_EQ(makeCacheKey({}), "");
+TEST_F(PathSpelling, IsAnotherFilesInAnotherCurrentFolderWhenItIsRelative) {
+    const test_support::TemporaryDirectory other;
+    const CurrentDirectory current(other.path());
+    EXPECT_NE(readExifMetadataFromCliCached("Photo.JPG"), record);
+    EXPECT_EQ(printAllRuns(), 2U);
 }
 
 // ---- exceptions

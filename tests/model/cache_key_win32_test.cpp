@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "exiv2_wrapper/model/metadata_cache.h"
+#include "exiv2_wrapper/model/cache_key.h"
 
 namespace exiv2_wp::internal {
 namespace {
