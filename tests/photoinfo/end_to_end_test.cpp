@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <utility>
 
 #include "photoinfo/photoinfo_fixture.h"
 #include "real_exiftool/fresh_images.h"
