@@ -1,8 +1,9 @@
 #include <filesystem>
 #include <iostream>
-#include <optional>
 #include <string>
+#include <string_view>
 #include <system_error>
+#include <unordered_map>
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
 #include "photoinfo/command.h"
@@ -10,7 +11,6 @@
 #include "photoinfo/platform.h"
 #include "photoinfo/show/text.h"
 #include "photoinfo/tool/child_process.h"
-#include "photoinfo/tool/exiftool_tool.h"
 #include "photoinfo/tool/preview_call.h"
 
 namespace photoinfo {
@@ -20,7 +20,9 @@ namespace {
 namespace fs = std::filesystem;
 using enum CheckState;
 
-constexpr std::string_view kVersionTag = "ExifToolVersion";
+using Tags = std::unordered_map<std::string, std::string>;
+
+constexpr auto kVersionTag = "ExifToolVersion";
 
 bool isFile(const fs::path& file) {
     std::error_code error;
@@ -41,23 +43,36 @@ bool isMetadataRead(const fs::path& photo) {
     return isRight;
 }
 
-std::string readTag(const fs::path& file, std::string_view tag) {
-    const auto tags = exiftool::readTags(file, "-" + std::string(tag));
-    const auto found = tags.find(std::string(tag));
+std::string find(const Tags& tags, const std::string& name) {
+    const auto found = tags.find(name);
     return found == tags.end() ? std::string() : found->second;
+}
+
+std::string readModel(const fs::path& file) {
+    return find(exiftool::readTags(file, "-Model"), "Model");
+}
+
+// What the tool says beside the tag that it was asked for; empty as a rule.
+std::string warningIn(const Tags& answer) {
+    for (const auto& [name, value] : answer) {
+        if (name != kVersionTag) {
+            return std::string(name).append(": ").append(value);
+        }
+    }
+    return {};
 }
 
 bool isMetadataCopied(const ProbePhoto& probe) {
     return exiftool::copyMetadata(probe.file(), probe.freshImage(),
                                   exiftool::ExportMetadataParameters{}) &&
-           readTag(probe.freshImage(), "Model") == kProbeModel;
+           readModel(probe.freshImage()) == kProbeModel;
 }
 
 /// Tries out what the library asks of the tools, on a photo of its own.
 class Examination {
 public:
     explicit Examination(const std::string& toolDirectory)
-        : toolDirectory_(toolDirectory), directory_(platform::pathOf(toolDirectory)) {}
+        : directory_(platform::pathOf(toolDirectory)) {}
 
     DoctorReport run() {
         examineExiv2();
@@ -87,26 +102,25 @@ private:
     void examineExiftool() {
         const bool isFound = isFile(directory_ / "exiftool.exe");
         add("exiftool.exe", ExitCode::exiftool, isFound ? ok : missing, isFound ? "found" : "");
-        std::optional<Exiftool> tool;
-        const std::string version = isFound ? startedVersion(tool) : std::string();
+        // As an editor starts it, so that what an editor would hear of it is heard here too.
+        const Tags answer = isFound && exiftool::initialize(directory_)
+                                ? exiftool::readTags(probe_.file(), "-" + std::string(kVersionTag))
+                                : Tags();
+        const std::string version = find(answer, kVersionTag);
         const bool isStarted = !version.empty();
         add("exiftool stays", ExitCode::exiftool, stateOf(isFound, isStarted),
             isStarted ? "exiftool " + version : "");
-        const bool isReading = isStarted && readTag(probe_.file(), "Model") == kProbeModel;
+        const std::string warning = isStarted ? warningIn(answer) : "";
+        add("exiftool is quiet", ExitCode::success,
+            warning.empty() ? stateOf(false, isStarted) : warns, warning);
+        const bool isReading = isStarted && readModel(probe_.file()) == kProbeModel;
         add("exiftool reads", ExitCode::exiftool, stateOf(isStarted, isReading),
             isReading ? "the tags of a photo" : "");
         const bool isCopying = isReading && isMetadataCopied(probe_);
         add("exiftool copies", ExitCode::exiftool, stateOf(isReading, isCopying),
             isCopying ? "metadata into an image" : "");
-    }
-
-    // The version comes as an answer of the running tool; empty: it gave none.
-    [[nodiscard]] std::string startedVersion(std::optional<Exiftool>& tool) const {
-        try {
-            tool.emplace(toolDirectory_);
-            return readTag(probe_.file(), kVersionTag);
-        } catch (const Failure&) {
-            return {};
+        if (isFound) {
+            exiftool::uninitialize();
         }
     }
 
@@ -119,7 +133,6 @@ private:
         report_.add(check, whenNotOk, state, detail);
     }
 
-    std::string toolDirectory_;
     fs::path directory_;
     ProbePhoto probe_;
     DoctorReport report_;
