@@ -45,15 +45,20 @@ bool isDropped(const std::string& key, const std::string& type) {
 void readNumbers(CliExifTag& tag) {
     const bool isRational = tag.type == "rational" || tag.type == "srational";
     for (const std::string& word : splitWords(tag.value)) {
-        const std::size_t slash = word.find('/');
-        const std::optional<std::int64_t> first =
-            literalInteger(isRational ? word.substr(0, slash) : word);
-        if (!isRational && first) {
-            tag.integers.push_back(*first);
-        } else if (first && slash != std::string::npos) {
-            if (const auto second = literalInteger(word.substr(slash + 1))) {
-                tag.rationals.emplace_back(*first, *second);
+        if (!isRational) {
+            if (const auto number = literalInteger(word)) {
+                tag.integers.push_back(*number);
             }
+            continue;
+        }
+        const std::size_t slash = word.find('/');
+        if (slash == std::string::npos) {
+            continue;
+        }
+        const auto first = literalInteger(word.substr(0, slash));
+        const auto second = literalInteger(word.substr(slash + 1));
+        if (first && second) {
+            tag.rationals.emplace_back(*first, *second);
         }
     }
 }

@@ -33,13 +33,16 @@ std::optional<Real> convertBy(Real (*convert)(const char*, char**), const std::s
 
 std::optional<std::int64_t> literalInteger(const std::string& text) {
     const bool hasSign = !text.empty() && (text[0] == '+' || text[0] == '-');
-    const std::string digits = text.substr(hasSign ? 1 : 0);
-    if (digits.empty() || digits.find_first_not_of("0123456789") != std::string::npos) {
+    const std::size_t begin = hasSign ? 1 : 0;
+    if (text.size() == begin) {
         return std::nullopt;
     }
     std::uint64_t sum = 0;
-    for (const char digit : digits) {
-        sum = sum * 10 + static_cast<unsigned char>(digit) - '0';
+    for (std::size_t at = begin; at < text.size(); ++at) {
+        if (text[at] < '0' || text[at] > '9') {
+            return std::nullopt;
+        }
+        sum = sum * 10 + static_cast<std::uint64_t>(text[at] - '0');
     }
     return static_cast<std::int64_t>(text[0] == '-' ? ~sum + 1 : sum);
 }

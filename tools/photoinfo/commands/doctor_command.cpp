@@ -20,7 +20,7 @@ namespace {
 namespace fs = std::filesystem;
 using enum CheckState;
 
-using Tags = std::unordered_map<std::string, std::string>;
+using ToolAnswer = std::unordered_map<std::string, std::string>;
 
 constexpr auto kVersionTag = "ExifToolVersion";
 
@@ -43,17 +43,17 @@ bool isMetadataRead(const fs::path& photo) {
     return isRight;
 }
 
-std::string find(const Tags& tags, const std::string& name) {
-    const auto found = tags.find(name);
-    return found == tags.end() ? std::string() : found->second;
+std::string valueIn(const ToolAnswer& answer, const std::string& name) {
+    const auto found = answer.find(name);
+    return found == answer.end() ? std::string() : found->second;
 }
 
 std::string readModel(const fs::path& file) {
-    return find(exiftool::readTags(file, "-Model"), "Model");
+    return valueIn(exiftool::readTags(file, "-Model"), "Model");
 }
 
 // What the tool says beside the tag that it was asked for; empty as a rule.
-std::string warningIn(const Tags& answer) {
+std::string warningIn(const ToolAnswer& answer) {
     for (const auto& [name, value] : answer) {
         if (name != kVersionTag) {
             return std::string(name).append(": ").append(value);
@@ -103,10 +103,11 @@ private:
         const bool isFound = isFile(directory_ / "exiftool.exe");
         add("exiftool.exe", ExitCode::exiftool, isFound ? ok : missing, isFound ? "found" : "");
         // As an editor starts it, so that what an editor would hear of it is heard here too.
-        const Tags answer = isFound && exiftool::initialize(directory_)
-                                ? exiftool::readTags(probe_.file(), "-" + std::string(kVersionTag))
-                                : Tags();
-        const std::string version = find(answer, kVersionTag);
+        const ToolAnswer answer =
+            isFound && exiftool::initialize(directory_)
+                ? exiftool::readTags(probe_.file(), "-" + std::string(kVersionTag))
+                : ToolAnswer();
+        const std::string version = valueIn(answer, kVersionTag);
         const bool isStarted = !version.empty();
         add("exiftool stays", ExitCode::exiftool, stateOf(isFound, isStarted),
             isStarted ? "exiftool " + version : "");
