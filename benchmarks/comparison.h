@@ -16,16 +16,13 @@ struct Row {
     double atMost = 0;           ///< so many times the reference
     double timesFaster = 0;      ///< so many times faster than the reference
     double limit = 0;            ///< so much, in the unit
-    std::string unit = "ns";     ///< "ns", "B" or another name
+    std::string unit = "ns";     ///< "ns" or "B"
+    std::string remark = {};     ///< shown behind the row's name
 };
 
-/// The middle one of some values, which must not be none.
-double median(std::vector<double> values);
-
-/// Reports medians, their ratio and a remark that needs no room of its own. Without a reference
-/// `reference` is empty.
-void report(benchmark::State& state, const Row& row, const std::vector<double>& ours,
-            const std::vector<double>& reference = {}, const std::string& remark = {});
+/// Reports the medians. Without a reference `reference` is empty.
+void report(benchmark::State& state, const Row& row, std::vector<double> ours,
+            std::vector<double> reference = {});
 
 /// How many nanoseconds one of `calls` calls of an action takes.
 template <typename Action>
@@ -38,34 +35,45 @@ double nanosecondsOf(int calls, const Action& action) {
     return time.count() / calls;
 }
 
-/// Measures two actions by turns, once for each iteration of the benchmark. The one that goes first
-/// changes too, so that whatever else the machine does meets both. Each returns its nanoseconds.
-template <typename Ours, typename Reference>
-void compareTimes(benchmark::State& state, const Row& row, const Ours& ours,
-                  const Reference& reference, const std::string& remark = {}) {
-    std::vector<double> oursTimes;
-    std::vector<double> referenceTimes;
+/// Takes a measure of `ours` once for each iteration of the benchmark.
+template <typename Ours>
+void measure(benchmark::State& state, const Row& row, const Ours& ours) {
+    std::vector<double> measures;
     for (auto _ : state) {
-        const bool isOursFirst = oursTimes.size() % 2 == 0;
-        if (isOursFirst) {
-            oursTimes.push_back(ours());
-        }
-        referenceTimes.push_back(reference());
-        if (!isOursFirst) {
-            oursTimes.push_back(ours());
-        }
-        state.SetIterationTime(oursTimes.back() * 1e-9);
+        measures.push_back(ours());
+        state.SetIterationTime(1e-9);
     }
-    report(state, row, oursTimes, referenceTimes, remark);
+    report(state, row, measures);
 }
 
-/// The same for two actions that are called so many times in a row.
+/// Takes two measures by turns, once for each iteration of the benchmark. The one that goes first
+/// changes too, so that whatever else the machine does meets both.
+template <typename Ours, typename Reference>
+void compareMeasures(benchmark::State& state, const Row& row, const Ours& ours,
+                     const Reference& reference) {
+    std::vector<double> measures;
+    std::vector<double> references;
+    for (auto _ : state) {
+        const bool isOursFirst = measures.size() % 2 == 0;
+        if (isOursFirst) {
+            measures.push_back(ours());
+        }
+        references.push_back(reference());
+        if (!isOursFirst) {
+            measures.push_back(ours());
+        }
+        state.SetIterationTime(1e-9);
+    }
+    report(state, row, measures, references);
+}
+
+/// The same for the times of two actions that are called so many times in a row.
 template <typename Ours, typename Reference>
 void compare(benchmark::State& state, const Row& row, int calls, const Ours& ours,
-             const Reference& reference, const std::string& remark = {}) {
-    compareTimes(
+             const Reference& reference) {
+    compareMeasures(
         state, row, [&] { return nanosecondsOf(calls, ours); },
-        [&] { return nanosecondsOf(calls, reference); }, remark);
+        [&] { return nanosecondsOf(calls, reference); });
 }
 
 }  // namespace benchmarks

@@ -1,10 +1,11 @@
+#include <cstddef>
 #include <cstdlib>
 #include <iostream>
 #include <string>
 #include <vector>
 
+#include "bare_tool.h"
 #include "comparison.h"
-#include "pipe_program.h"
 #include "tool_folder.h"
 
 // What a large host costs: one with gigabytes of resident memory against a small one. Both are this
@@ -14,37 +15,33 @@ namespace {
 
 using namespace benchmarks;
 
-// Gigabytes in use, from the environment variable LARGE_HOST_GIGABYTES.
-int gigabytes() {
-    return std::stoi(environmentOr("LARGE_HOST_GIGABYTES", "4"));
-}
-
 // A host of so many gigabytes: for each line that it reads it reads a photo and tells the
 // nanoseconds.
 int beMeasuringHost(int size) {
     std::vector<char> memory(static_cast<std::size_t>(size) << 30U, 'x');
     benchmark::DoNotOptimize(memory.data());
-    const ToolFolder& folder = exiv2Folder();
-    benchmark::DoNotOptimize(&folder);
     for (std::string request; std::getline(std::cin, request);) {
-        std::cout << nanosecondsOf(1, [] { readSummary(exiv2Folder().nextPhoto()); }) << std::endl;
+        const std::filesystem::path& photo = nextPhoto();
+        std::cout << nanosecondsOf(1, [&] { readSummary(photo); }) << std::endl;
     }
     return EXIT_SUCCESS;
 }
 
 void largeHost(benchmark::State& state) {
-    const PipeProgram large({"/proc/self/exe", "--host", std::to_string(gigabytes())});
-    const PipeProgram small({"/proc/self/exe", "--host", "0"});
-    const auto measure = [](const PipeProgram& host) {
+    const char* const gigabytes = std::getenv("LARGE_HOST_GIGABYTES");
+    const std::string size = gigabytes == nullptr ? "4" : gigabytes;
+    const BareTool large({"/proc/self/exe", "--host", size});
+    const BareTool small({"/proc/self/exe", "--host", "0"});
+    const auto measureIn = [](const BareTool& host) {
         host.write("next\n");
         return std::stod(host.readLine());
     };
-    const std::string remark = std::to_string(gigabytes()) + " GB resident";
-    measure(large);
-    measure(small);
-    compareTimes(
-        state, {.reference = "the same in a small host", .atMost = 1.05},
-        [&] { return measure(large); }, [&] { return measure(small); }, remark);
+    measureIn(large);
+    measureIn(small);
+    compareMeasures(
+        state,
+        {.reference = "the same in a small host", .atMost = 1.05, .remark = size + " GB resident"},
+        [&] { return measureIn(large); }, [&] { return measureIn(small); });
 }
 
 BENCHMARK_ROW(largeHost, "createImageMetadata, uncached, large host", 1000);

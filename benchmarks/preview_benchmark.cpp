@@ -1,14 +1,14 @@
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <fstream>
 #include <memory>
 #include <span>
 #include <string>
-#include <vector>
 
+#include "bare_tool.h"
 #include "comparison.h"
 #include "exiv2_wrapper/exiv2_wrapper.h"
-#include "pipe_program.h"
 #include "tool_folder.h"
 
 // A large preview: against reading the same bytes into one buffer. A stand-in writes them.
@@ -20,8 +20,8 @@ using namespace benchmarks;
 // More than any power of two that a buffer may have grown to.
 constexpr std::size_t kBytes = std::size_t{33} << 20U;
 
-ToolFolder& toolFolder() {
-    static ToolFolder folder(ANSWERING_TOOL, "exiv2.exe");
+const ToolFolder& toolFolder() {
+    static const ToolFolder folder(ANSWERING_TOOL, "exiv2.exe");
     if (static const bool isReady = exiv2_wp::initialize(folder.path()); !isReady) {
         giveUp("no answering tool");
     }
@@ -29,10 +29,10 @@ ToolFolder& toolFolder() {
 }
 
 void extract() {
-    static const std::filesystem::path photo = toolFolder().nextPhoto();
     exiv2_wp::TopBottomOffset offset;
     const bool isExtracted = exiv2_wp::readExiv2Thumbnail(
-        photo, std::to_string(kBytes), 1, 1, offset, [](auto&&...) {}, [](int) {},
+        toolFolder().path() / "photo.jpg", std::to_string(kBytes), 1, 1, offset, [](auto&&...) {},
+        [](int) {},
         [](const unsigned char* bytes, std::uint64_t count, const auto&) {
             benchmark::DoNotOptimize(bytes);
             return count == kBytes;
@@ -46,15 +46,13 @@ void extract() {
 // The buffer isn't written to before it is read into, as that of the library: the tool, which takes
 // its time to begin, would hide what that costs.
 void readBare() {
-    const PipeProgram tool({toolFolder().tool(), "-ep", std::to_string(kBytes)});
+    const BareTool tool({toolFolder().tool(), "-ep", std::to_string(kBytes)});
     constexpr std::size_t kSize = kBytes + 100;
     const auto bytes = std::make_unique_for_overwrite<char[]>(kSize);
-    const std::span buffer(bytes.get(), kSize);
+    std::span room(bytes.get(), kSize);
     constexpr std::size_t kReadSize = 8192;  // as the library reads
-    std::size_t count = 0;
-    while (const std::size_t more =
-               tool.read(buffer.subspan(count, std::min(kReadSize, buffer.size() - count)))) {
-        count += more;
+    while (const std::size_t count = tool.read(room.first(std::min(kReadSize, room.size())))) {
+        room = room.subspan(count);
     }
     benchmark::DoNotOptimize(bytes.get());
 }
@@ -78,17 +76,15 @@ double memory(const std::string& name) {
 }
 
 void peakMemory(benchmark::State& state) {
-    std::vector<double> peaks;
     extract();
-    for (auto _ : state) {
+    const auto peak = [] {
         std::ofstream("/proc/self/clear_refs") << "5";  // the peak is now what is resident
         const double before = memory("VmRSS");
         extract();
-        peaks.push_back(memory("VmHWM") - before);
-        state.SetIterationTime(1e-9);
-    }
-    report(state, {.reference = "the tool's output", .atMost = 1.3, .unit = "B"}, peaks,
-           {static_cast<double>(kBytes)});
+        return memory("VmHWM") - before;
+    };
+    compareMeasures(state, {.reference = "the tool's output", .atMost = 1.3, .unit = "B"}, peak,
+                    [] { return static_cast<double>(kBytes); });
 }
 
 BENCHMARK_ROW(preview, "readExiv2Thumbnail, 33 MiB", 30);

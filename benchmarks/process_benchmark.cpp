@@ -1,7 +1,9 @@
+#include <cstddef>
+#include <filesystem>
 #include <string>
 #include <vector>
 
-#include "bare_run.h"
+#include "bare_tool.h"
 #include "comparison.h"
 #include "tool_folder.h"
 
@@ -11,51 +13,59 @@ namespace {
 
 using namespace benchmarks;
 
+namespace fs = std::filesystem;
+
+// The output of a program of ours.
 std::string outputOf(const std::vector<std::string>& arguments) {
-    std::string output;
-    if (!runBare(arguments, output)) {
+    std::string output = runBare(arguments);
+    if (output.empty()) {
         giveUp(arguments.front() + " fails");
     }
     return output;
 }
 
 void loading(benchmark::State& state) {
-    const auto load = [](const char* library) {
-        return std::stod(outputOf({LOAD_PROBE, library}));
-    };
-    compareTimes(
-        state, {.reference = "loading an empty library"}, [&] { return load(LIBRARY); },
-        [&] { return load(EMPTY_LIBRARY); });
+    measure(state, {.limit = 200'000}, [] { return std::stod(outputOf({LOAD_PROBE, LIBRARY})); });
 }
 
-// photoinfo proves its tool by a run of its own before it asks for a photo's two.
-void compareSummary(benchmark::State& state, const Row& row, const std::string& versionRun) {
-    const std::string tool = "'" + exiv2Folder().tool().string() + "'";
+// Like every host, photoinfo loads the library and proves its tool before it asks for a photo's two
+// runs.
+void summary(benchmark::State& state) {
     compare(
-        state, row, 1,
+        state,
+        {.reference = "a program that loads the library, the tool's --version and two runs",
+         .atMost = 1.1},
+        1,
         [] {
-            outputOf(
-                {PHOTOINFO, "summary", "--tools", exiv2Folder().path(), exiv2Folder().nextPhoto()});
+            outputOf({PHOTOINFO, "summary", "--tools", exiv2Folder().path(), nextPhoto()});
         },
-        [&] {
-            const std::string photo = "'" + exiv2Folder().nextPhoto().string() + "'";
-            outputOf({"/bin/sh", "-c",
-                      versionRun + tool + " -PXEkycv -q " + photo + "; " + tool + " pr " + photo});
+        [] {
+            outputOf({LOAD_PROBE, LIBRARY});
+            runBare({exiv2Folder().tool(), "--version"});
+            runBareTwice(nextPhoto());
         });
 }
 
-void summary(benchmark::State& state) {
-    compareSummary(state, {.reference = "a shell, the two tool runs", .atMost = 1.1}, "");
-}
-
-void summaryWithProof(benchmark::State& state) {
-    compareSummary(state, {.reference = "a shell, the two tool runs and --version", .atMost = 1.1},
-                   "'" + exiv2Folder().tool().string() + "' --version; ");
+void scan(benchmark::State& state) {
+    constexpr std::size_t kPhotos = 300;
+    const ToolFolder tool(EXIV2, "exiv2.exe");
+    const std::vector<fs::path> scanned = tool.makePhotos(kPhotos, photos());
+    const std::string folder = scanned.front().parent_path();
+    compare(
+        state, {.reference = "a loop of the two tool runs", .timesFaster = 1.8}, 1,
+        [&] {
+            outputOf({PHOTOINFO, "scan", "--jobs", "2", "--tools", tool.path(), folder});
+        },
+        [&] {
+            for (const fs::path& photo : scanned) {
+                runBareTwice(photo);
+            }
+        });
 }
 
 BENCHMARK_ROW(loading, "loading the library", 200);
 BENCHMARK_ROW(summary, "photoinfo summary", 200);
-BENCHMARK_ROW(summaryWithProof, "photoinfo summary once more", 200);
+BENCHMARK_ROW(scan, "photoinfo scan of 300 photos, two jobs", 7);
 
 }  // namespace
 

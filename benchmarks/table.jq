@@ -1,5 +1,5 @@
-# The results of one benchmark program (Google Benchmark's JSON) as rows of a table. See
-# comparison.h for the counters. A label holds the unit, the reference's name and a remark.
+# The results of benchmark programs (Google Benchmark's JSON, one document after another) as a
+# Markdown table, its columns aligned. comparison.h tells what a row holds.
 
 def rounded: if . >= 100 then round else (. * 10 | round) / 10 end;
 
@@ -14,26 +14,28 @@ def value($unit):
 
 def hundredths: . * 100 | round | "\(. / 100)";
 
-.benchmarks[]
-| (.label | split("|")) as [$unit, $reference, $remark]
-| (.name | split("/iterations")[0]) as $what
-| [
-    (if .at_most then "at most \(.at_most | hundredths) times" else empty end),
-    (if .times_faster then "\(.times_faster | hundredths) times faster" else empty end),
-    (if .limit then "at most \(.limit | value($unit))" else empty end)
-  ] as $targets
-| ((.at_most == null or .ratio <= .at_most)
-   and (.times_faster == null or 1 / .ratio >= .times_faster)
-   and (.limit == null or .ours <= .limit)) as $met
-| [
-    $what + (if $remark == "" then "" else " (\($remark))" end),
-    (.ours | value($unit)),
-    $reference,
-    (if .reference then .reference | value($unit) else "" end),
-    (if .times_faster then "\(1 / .ratio | hundredths) times faster"
-     elif .ratio then .ratio | hundredths
-     else "" end),
-    ($targets | join(", ")),
-    (if $targets == [] then "" elif $met then "met" else "NOT MET" end)
-  ]
-| @tsv
+def row:
+    (.label | split("|")) as [$unit, $reference, $remark]
+    | (if .reference then .ours / .reference else 0 end) as $ratio
+    | [
+        (.name | split("/iterations")[0]) + (if $remark == "" then "" else " (\($remark))" end),
+        (.ours | value($unit)),
+        $reference,
+        (if .reference then .reference | value($unit) else "" end),
+        (if $ratio == 0 then ""
+         elif .times_faster > 0 then "\(1 / $ratio | hundredths) times faster"
+         else $ratio | hundredths end),
+        (if .at_most > 0 then "at most \(.at_most | hundredths) times"
+         elif .times_faster > 0 then "\(.times_faster | hundredths) times faster"
+         else "at most \(.limit | value($unit))" end),
+        (if (.at_most > 0 and $ratio > .at_most)
+            or (.times_faster > 0 and 1 / $ratio < .times_faster)
+            or (.limit > 0 and .ours > .limit) then "NOT MET" else "met" end)
+      ];
+
+[["What", "Ours", "Reference", "Its value", "Ratio", "Target", "Met"]]
++ [inputs.benchmarks[] | row]
+| (transpose | map(map(length) | max)) as $widths
+| .[0], ($widths | map("-" * .)), .[1:][]
+| [., $widths] | transpose | map(.[0] + (" " * (.[1] - (.[0] | length)) // ""))
+| "| " + join(" | ") + " |"

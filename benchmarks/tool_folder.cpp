@@ -1,40 +1,34 @@
 #include "tool_folder.h"
 
-#include <unistd.h>
-
 #include <cstdio>
 #include <cstdlib>
-#include <sstream>
+#include <system_error>
 
-#include "bare_run.h"
+#include "bare_tool.h"
 #include "exiv2_wrapper/exiv2_wrapper.h"
 
 namespace benchmarks {
 
 namespace fs = std::filesystem;
 
-std::string environmentOr(const char* name, const std::string& fallback) {
-    const char* const value = std::getenv(name);
-    return value == nullptr ? fallback : value;
-}
-
-fs::path findProgram(const std::string& name) {
-    std::istringstream folders(environmentOr("PATH", ""));
-    for (std::string folder; std::getline(folders, folder, ':');) {
-        const fs::path program = fs::path(folder) / name;
-        if (access(program.c_str(), X_OK) == 0) {
-            return program;
-        }
-    }
-    giveUp("there is no " + name);
-}
-
 void giveUp(const std::string& what) {
     std::fprintf(stderr, "%s\n", what.c_str());
     std::exit(EXIT_FAILURE);
 }
 
-ToolFolder::ToolFolder(const fs::path& tool, const std::string& toolName, std::size_t photos) {
+std::vector<fs::path> photos() {
+    std::vector<fs::path> files = {SAMPLE_PHOTO};
+    const char* const folder = std::getenv("EXIV2_WRAPPER_PHOTOS");
+    std::error_code isMissing;
+    for (const auto& entry : fs::directory_iterator(folder == nullptr ? "" : folder, isMissing)) {
+        if (entry.is_regular_file() && entry.path().extension() != ".md") {
+            files.push_back(entry.path());
+        }
+    }
+    return files;
+}
+
+ToolFolder::ToolFolder(const fs::path& tool, const std::string& toolName) {
     std::string pattern = fs::temp_directory_path() / "exiv2_wrapper-benchmark-XXXXXX";
     if (mkdtemp(pattern.data()) == nullptr) {
         giveUp("no temporary folder");
@@ -42,12 +36,6 @@ ToolFolder::ToolFolder(const fs::path& tool, const std::string& toolName, std::s
     path_ = pattern;
     tool_ = path_ / toolName;
     fs::create_symlink(tool, tool_);
-    const fs::path original = path_ / "original.jpg";
-    fs::copy_file(environmentOr("PHOTO", SAMPLE_PHOTO), original);
-    for (std::size_t i = 0; i < photos; ++i) {
-        photos_.push_back(path_ / ("photo-" + std::to_string(i) + ".jpg"));
-        fs::create_hard_link(original, photos_.back());
-    }
 }
 
 ToolFolder::~ToolFolder() {
@@ -55,17 +43,38 @@ ToolFolder::~ToolFolder() {
     fs::remove_all(path_, ignored);
 }
 
-const fs::path& ToolFolder::nextPhoto() {
-    return photos_[next_++ % photos_.size()];
+std::vector<fs::path> ToolFolder::makePhotos(std::size_t count,
+                                             const std::vector<fs::path>& originals) const {
+    const fs::path folder = path_ / "photos";
+    fs::create_directory(folder);
+    std::vector<fs::path> photos;
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::size_t original = i % originals.size();
+        photos.push_back(folder /
+                         (std::to_string(i) + "-" + originals[original].filename().string()));
+        if (i == original) {
+            fs::copy_file(originals[i], photos.back());
+        } else {
+            fs::create_hard_link(photos[original], photos.back());
+        }
+    }
+    return photos;
 }
 
-ToolFolder& exiv2Folder() {
-    static ToolFolder folder(findProgram("exiv2"), "exiv2.exe", kMorePhotosThanAreKept);
+const ToolFolder& exiv2Folder() {
+    static const ToolFolder folder(EXIV2, "exiv2.exe");
     static const bool isReady = exiv2_wp::initialize(folder.path());
     if (!isReady) {
         giveUp("exiv2 doesn't run");
     }
     return folder;
+}
+
+const fs::path& nextPhoto() {
+    constexpr std::size_t kPhotos = 512;
+    static const std::vector<fs::path> links = exiv2Folder().makePhotos(kPhotos, {SAMPLE_PHOTO});
+    static std::size_t next = 0;
+    return links[next++ % kPhotos];
 }
 
 void readSummary(const fs::path& photo) {
@@ -77,13 +86,11 @@ void readSummary(const fs::path& photo) {
     }
 }
 
-void runBareTwice(const fs::path& photo) {
-    std::string output;
+std::string runBareTwice(const fs::path& photo) {
     const std::string tool = exiv2Folder().tool();
-    if (!runBare({tool, "-PXEkycv", "-q", photo.string()}, output) ||
-        !runBare({tool, "pr", photo.string()}, output)) {
-        giveUp("exiv2 fails for " + photo.string());
-    }
+    std::string printed = runBare({tool, "-PXEkycv", "-q", photo});
+    runBare({tool, "pr", photo});
+    return printed;
 }
 
 }  // namespace benchmarks

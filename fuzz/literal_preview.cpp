@@ -1,9 +1,11 @@
 #include "fuzz/literal_preview.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <locale>
 #include <sstream>
 
-#include "fuzz/literal_numbers.h"
+#include "text/literal_text.h"
 
 namespace fuzz {
 
@@ -22,7 +24,7 @@ LiteralPreview::LiteralPreview(const std::string& output) {
     if (payload[0] == '\r' || payload[0] == '\n') {
         payload.erase(0, 1);
     }
-    while (!payload.empty() && isClassicSpace(payload[0])) {
+    while (!payload.empty() && test_support::isClassicSpace(payload[0])) {
         payload.erase(0, 1);
     }
     hasPayload = true;
@@ -41,7 +43,7 @@ HostStory literalStory(const std::string& output, const std::string& format, int
     const auto& [width, height, notify, mode, top, bottom] = preview.header;
     HostStory story;
     if (!preview.hasHeader) {
-        if (literalLower(format) != "dng") {
+        if (test_support::literalLower(format) != "dng") {
             story.lines = {"Exiv2 failed to extract param for "};
         }
         return story;

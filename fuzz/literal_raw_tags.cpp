@@ -1,9 +1,10 @@
 #include "fuzz/literal_raw_tags.h"
 
+#include <algorithm>
 #include <cstring>
 #include <map>
 
-#include "fuzz/literal_numbers.h"
+#include "text/literal_text.h"
 
 namespace fuzz {
 
@@ -12,6 +13,8 @@ namespace {
 using exiv2_wp::ExivReader;
 using exiv2_wp::internal::CliExifMetadata;
 using exiv2_wp::internal::CliExifTag;
+using test_support::isClassicSpace;
+using test_support::literalTrim;
 
 const std::map<std::string, std::string>& namespaces() {
     static const std::string kIptc = "http://iptc.org/std/Iptc4xmp";

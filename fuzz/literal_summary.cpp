@@ -5,7 +5,7 @@
 #include <regex>
 #include <stdexcept>
 
-#include "fuzz/literal_numbers.h"
+#include "text/literal_text.h"
 
 namespace fuzz {
 
@@ -14,6 +14,11 @@ namespace {
 using exiv2_wp::SExivMetadataInfo;
 using exiv2_wp::internal::CliExifMetadata;
 using exiv2_wp::internal::CliExifTag;
+using test_support::literalDouble;
+using test_support::literalFloat;
+using test_support::literalInteger;
+using test_support::literalLower;
+using test_support::literalTrim;
 
 class Summarizer {
 public:

@@ -2,7 +2,7 @@
 
 #include "exiv2_wrapper/text/text.h"
 #include "fuzz/checks.h"
-#include "fuzz/literal_numbers.h"
+#include "text/literal_text.h"
 
 namespace {
 
@@ -20,10 +20,12 @@ bool isSame(std::optional<Real> a, std::optional<Real> b) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace exiv2_wp::internal;
     const std::string text = fuzz::textOf(data, size);
-    fuzz::require(parseInteger(text) == fuzz::literalInteger(text), "both read the same integer");
-    fuzz::require(isSame(parseDouble(text), fuzz::literalDouble(text)), "and the same double");
-    fuzz::require(isSame(parseFloat(text), fuzz::literalFloat(text)), "and the same float");
-    fuzz::require(trimmed(text) == fuzz::literalTrim(text), "both trim alike");
-    fuzz::require(lowerCased(text) == fuzz::literalLower(text), "both lower-case alike");
+    fuzz::require(parseInteger(text) == test_support::literalInteger(text),
+                  "both read the same integer");
+    fuzz::require(isSame(parseDouble(text), test_support::literalDouble(text)),
+                  "and the same double");
+    fuzz::require(isSame(parseFloat(text), test_support::literalFloat(text)), "and the same float");
+    fuzz::require(trimmed(text) == test_support::literalTrim(text), "both trim alike");
+    fuzz::require(lowerCased(text) == test_support::literalLower(text), "both lower-case alike");
     return 0;
 }

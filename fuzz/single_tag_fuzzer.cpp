@@ -4,7 +4,7 @@
 #include "exiv2_wrapper/model/single_tag_reader.h"
 #include "fuzz/canned_runner.h"
 #include "fuzz/checks.h"
-#include "fuzz/literal_numbers.h"
+#include "text/literal_text.h"
 
 namespace {
 
@@ -72,7 +72,7 @@ Reading literalRead(const std::string& key, const std::string& output, bool isRu
         reading.lines = {"Exiv2 failed run --key cli command for photo.jpg"};
         return reading;
     }
-    const std::string text = fuzz::literalTrim(output);
+    const std::string text = test_support::literalTrim(output);
     if (text.empty()) {
         reading.lines = {"Exiv2 empty output."};
         return reading;
@@ -81,7 +81,7 @@ Reading literalRead(const std::string& key, const std::string& output, bool isRu
     if (!key.empty() && key.size() <= text.size() && text.substr(0, key.size()) == key) {
         reading.value = text.substr(key.size());
     }
-    reading.value = fuzz::literalTrim(reading.value);
+    reading.value = test_support::literalTrim(reading.value);
     reading.result = !reading.value.empty();
     return reading;
 }
@@ -89,7 +89,7 @@ Reading literalRead(const std::string& key, const std::string& output, bool isRu
 bool literalDecode(const std::string& text, std::vector<std::uint8_t>& bytes) {
     const std::string kDigits = "0123456789abcdef";
     std::string digits;
-    for (const char c : fuzz::literalLower(text)) {
+    for (const char c : test_support::literalLower(text)) {
         if (kDigits.find(c) != std::string::npos) {
             digits += c;
         }

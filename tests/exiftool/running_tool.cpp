@@ -1,5 +1,7 @@
 #include "exiftool/running_tool.h"
 
+#include <cstdlib>
+
 #include "exiv2_wrapper/exiv2_wrapper.h"
 #include "exiv2_wrapper/text/path_text.h"
 

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cctype>
+#include <cstddef>
 #include <random>
 #include <string>
 #include <string_view>

@@ -1,12 +1,14 @@
 #include "model/literal_parsers.h"
 
-#include <algorithm>
-#include <cerrno>
 #include <cmath>
-#include <cstdlib>
+#include <cstddef>
+#include <cstdint>
 #include <locale>
+#include <optional>
 #include <sstream>
 #include <vector>
+
+#include "text/literal_text.h"
 
 namespace test_support {
 
@@ -14,22 +16,6 @@ namespace {
 
 using exiv2_wp::internal::CliExifMetadata;
 using exiv2_wp::internal::CliExifTag;
-
-bool isClassicSpace(char c) {
-    return std::isspace(c, std::locale::classic());
-}
-
-std::string lower(std::string text) {
-    std::use_facet<std::ctype<char>>(std::locale::classic())
-        .tolower(text.data(), text.data() + text.size());
-    return text;
-}
-
-std::string trim(const std::string& text) {
-    const auto begin = std::find_if_not(text.begin(), text.end(), isClassicSpace);
-    const auto end = std::find_if_not(text.rbegin(), text.rend(), isClassicSpace).base();
-    return begin < end ? std::string(begin, end) : std::string();
-}
 
 std::vector<std::string> splitLines(const std::string& text) {
     std::vector<std::string> lines;
@@ -50,29 +36,8 @@ std::vector<std::string> splitWords(const std::string& text) {
     return words;
 }
 
-bool parseSigned(const std::string& word, std::int64_t& number) {
-    std::size_t at = 0;
-    bool isNegative = false;
-    if (at < word.size() && (word[at] == '+' || word[at] == '-')) {
-        isNegative = word[at] == '-';
-        ++at;
-    }
-    if (at == word.size()) {
-        return false;
-    }
-    std::uint64_t sum = 0;
-    for (; at < word.size(); ++at) {
-        if (word[at] < '0' || word[at] > '9') {
-            return false;
-        }
-        sum = sum * 10 + static_cast<std::uint64_t>(word[at] - '0');
-    }
-    number = static_cast<std::int64_t>(isNegative ? ~sum + 1 : sum);
-    return true;
-}
-
 bool isDropped(const std::string& key, const std::string& type) {
-    const std::string lowerKey = lower(key);
+    const std::string lowerKey = literalLower(key);
     return lowerKey == "exif.photo.makernote" || lowerKey == "exif.image.makernote" ||
            (lowerKey.find(".makernote") != std::string::npos && type == "undefined");
 }
@@ -80,21 +45,20 @@ bool isDropped(const std::string& key, const std::string& type) {
 void readNumbers(CliExifTag& tag) {
     const bool isRational = tag.type == "rational" || tag.type == "srational";
     for (const std::string& word : splitWords(tag.value)) {
-        std::int64_t first = 0;
-        std::int64_t second = 0;
         if (!isRational) {
-            if (parseSigned(word, first)) {
-                tag.integers.push_back(first);
+            if (const auto number = literalInteger(word)) {
+                tag.integers.push_back(*number);
             }
             continue;
         }
         const std::size_t slash = word.find('/');
-        if (slash == std::string::npos || slash == 0 || slash + 1 == word.size()) {
+        if (slash == std::string::npos) {
             continue;
         }
-        if (parseSigned(word.substr(0, slash), first) &&
-            parseSigned(word.substr(slash + 1), second)) {
-            tag.rationals.emplace_back(first, second);
+        const auto first = literalInteger(word.substr(0, slash));
+        const auto second = literalInteger(word.substr(slash + 1));
+        if (first && second) {
+            tag.rationals.emplace_back(*first, *second);
         }
     }
 }
@@ -107,13 +71,13 @@ void readLine(const std::string& line, CliExifMetadata& record) {
     if (!(stream >> tag.key >> tag.type >> count)) {
         return;
     }
-    tag.type = lower(tag.type);
-    std::int64_t number = 0;
-    if (parseSigned(count, number) && number >= 1 && number <= 2147483647) {
+    tag.type = literalLower(tag.type);
+    const std::int64_t number = literalInteger(count).value_or(0);
+    if (number >= 1 && number <= 2147483647) {
         tag.count = static_cast<std::int32_t>(number);
     }
     std::getline(stream >> std::ws, tag.value);
-    tag.value = trim(tag.value);
+    tag.value = literalTrim(tag.value);
     if (isDropped(tag.key, tag.type)) {
         return;
     }
@@ -178,19 +142,6 @@ std::string findValue(const std::vector<std::string>& lines, const std::string& 
     return {};
 }
 
-// A text without a number, or with one out of range, leaves the number alone. Unlike std::stof,
-// which refuses denormal numbers on some systems.
-bool convert(const std::string& text, float& number) {
-    char* end = nullptr;
-    errno = 0;
-    const float value = std::strtof(text.c_str(), &end);
-    if (end == text.c_str() || (errno == ERANGE && (value == 0 || std::isinf(value)))) {
-        return false;
-    }
-    number = value;
-    return true;
-}
-
 }  // namespace
 
 bool literalParsePrintAllOutput(const std::string& output, CliExifMetadata& record) {
@@ -201,7 +152,7 @@ bool literalParsePrintAllOutput(const std::string& output, CliExifMetadata& reco
         if (!line.empty() && line.back() == '\r') {
             line.pop_back();
         }
-        line = trim(line);
+        line = literalTrim(line);
         if (!line.empty()) {
             readLine(line, record);
         }
@@ -217,11 +168,11 @@ bool literalParseSummaryOutput(const std::string& output, CliExifMetadata& recor
     if (!lensName.empty()) {
         record.lensName = lensName;
     }
-    convert(findValue(lines, "Focal length"), record.focalLength);
-    float step = 0;
-    if (convert(findValue(lines, "Subject distance"), step)) {
+    record.focalLength =
+        literalFloat(findValue(lines, "Focal length")).value_or(record.focalLength);
+    if (const auto step = literalFloat(findValue(lines, "Subject distance"))) {
         const auto distance =
-            static_cast<float>(std::pow(10.0, static_cast<double>(step) / 0.4) * 0.01);
+            static_cast<float>(std::pow(10.0, static_cast<double>(*step) / 0.4) * 0.01);
         record.subjectDistance = distance > 10000.0F ? 10000.0F : distance;
     }
     return true;

@@ -48,7 +48,7 @@ TEST_F(PhotoinfoDoctor, FindsNothingWrongWithAGoodToolDirectory) {
                           "exiv2 reads         ok: the metadata of a photo",
                           "exiv2 previews      ok: the preview call is known",
                           "exiftool.exe        ok: found", "exiftool stays      ok: exiftool 12.57",
-                          "exiftool reads      ok: the tags of a photo",
+                          "exiftool is quiet   ok", "exiftool reads      ok: the tags of a photo",
                           "exiftool copies     ok: metadata into an image"}),
                   ""}));
 }
@@ -87,6 +87,7 @@ TEST_F(PhotoinfoDoctor, MissesBothTools) {
                                                              "  exiv2 previews      not tried\n"
                                                              "  exiftool.exe        missing\n"
                                                              "  exiftool stays      not tried\n"
+                                                             "  exiftool is quiet   not tried\n"
                                                              "  exiftool reads      not tried\n"
                                                              "  exiftool copies     not tried\n",
                                      ""}));
@@ -124,8 +125,30 @@ TEST_F(PhotoinfoDoctor, SeesThatExiftoolEndsAtOnce) {
     const ProgramResult result = doctor();
 
     EXPECT_EQ(result.exitCode, 5);
-    EXPECT_NE(result.output.find("  exiftool stays      failed\n  exiftool reads      not tried\n"),
+    EXPECT_NE(result.output.find("  exiftool stays      failed\n"
+                                 "  exiftool is quiet   not tried\n"
+                                 "  exiftool reads      not tried\n"),
               std::string::npos);
+}
+
+// As Perl does under a locale that the machine lacks.
+TEST_F(PhotoinfoDoctor, SaysThatExiftoolWarns) {
+    letExiv2Work();
+    ToolDirectory exiftool("exiftool.exe", tool);
+    exiftool.answerRequest("-ExifToolVersion",
+                           {.answer = {.output = "ExifToolVersion: 12.57\n",
+                                       .error = "perl: warning: Setting locale failed.\n"}});
+    letWork(exiftool);
+
+    const ProgramResult result = doctor();
+
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_NE(
+        result.output.find("  exiftool stays      ok: exiftool 12.57\n"
+                           "  exiftool is quiet   warns: perl: warning: Setting locale failed.\n"
+                           "  exiftool reads      ok"),
+        std::string::npos)
+        << result.output;
 }
 
 TEST_F(PhotoinfoDoctor, SeesThatExiftoolDoesNotCopy) {
@@ -148,7 +171,7 @@ TEST_F(PhotoinfoDoctor, WritesJson) {
     const Json document = Json::parse(result.output);
     EXPECT_EQ(result.exitCode, 5);
     EXPECT_EQ(document.at("tools"), Json(shown(tool.path())));
-    EXPECT_EQ(document.at("checks").size(), 8U);
+    EXPECT_EQ(document.at("checks").size(), 9U);
     EXPECT_EQ(document.at("checks").at(1),
               (Json{{"check", "exiv2 starts"}, {"state", "ok"}, {"detail", "exiv2 0.27.6"}}));
     EXPECT_EQ(document.at("checks").at(4),

@@ -1,9 +1,11 @@
 #include <algorithm>
+#include <utility>
 
 #include "photoinfo/photoinfo_fixture.h"
 #include "real_exiftool/fresh_images.h"
 #include "support/current_directory.h"
 #include "support/read_file.h"
+#include "support/this_process.h"
 
 namespace test_support {
 namespace {
@@ -44,6 +46,17 @@ TEST_F(PhotoinfoWithRealTools, FindsTheStockToolGoodSaveForPreviews) {
     EXPECT_EQ(photoinfo({"preview", sample, "-o", (scratch.path() / "p.jpg").native()}).exitCode,
               6);
     EXPECT_FALSE(fs::exists(tools.path() / "sample-preview1.jpg"));
+}
+
+// A locale that the machine lacks, of which Perl warns in the tool's first answer.
+TEST_F(PhotoinfoWithRealTools, HearsPerlsWarningOnlyInTheDoctor) {
+    const EnvironmentVariable locale("LC_ALL", "xx_XX.UTF-8");
+
+    EXPECT_EQ(jsonOf({"tags", sample, "Artist"}, "tags"), (Json{{"Artist", "Jana Example"}}));
+    const ProgramResult result = photoinfo({"doctor"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_NE(result.output.find("exiftool is quiet   warns: perl: warning: "), std::string::npos)
+        << result.output;
 }
 
 TEST_F(PhotoinfoWithRealTools, ReadsTheSample) {

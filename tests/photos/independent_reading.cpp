@@ -1,6 +1,7 @@
 #include "photos/independent_reading.h"
 
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <regex>

@@ -1,6 +1,7 @@
 #include "photos/print_out.h"
 
 #include <cctype>
+#include <cstddef>
 #include <sstream>
 
 namespace test_support {

@@ -90,9 +90,8 @@ TEST_F(StartedTool, HasTheHostsCurrentDirectory) {
 }
 
 TEST_F(StartedTool, HasTheHostsEnvironment) {
-    ::setenv("EXIV2_WRAPPER_TEST", "from the host", 1);
+    const test_support::EnvironmentVariable variable("EXIV2_WRAPPER_TEST", "from the host");
     EXPECT_EQ(outputOf("/usr/bin/printenv", {"EXIV2_WRAPPER_TEST"}), "from the host\n");
-    ::unsetenv("EXIV2_WRAPPER_TEST");
 }
 
 TEST_F(StartedTool, HasItsOwnPathForAName) {

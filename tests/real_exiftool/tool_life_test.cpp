@@ -6,6 +6,7 @@
 #include "exiftool/processes.h"
 #include "real_exiftool/real_tool.h"
 #include "support/skip_or_fail.h"
+#include "support/this_process.h"
 
 namespace test_support {
 namespace {
@@ -56,6 +57,16 @@ TEST_F(RealToolLife, RunsInAFolderWhosePathIsNotAscii) {
     const fs::path tool = folder.path() / u8"W\u00e9rkzeug-\u00df";
     copyRealToolTo(tool);
     EXPECT_EQ(makeReadBy(tool, photo), expected);
+}
+
+// A locale that the machine lacks: Perl warns of it in the first answer, unless the host has told
+// it not to. Whether it does is the host's business.
+TEST_F(RealToolLife, HasTheHostsEnvironment) {
+    const EnvironmentVariable locale("LC_ALL", "xx_XX.UTF-8");
+    EXPECT_NE(makeReadBy(realToolFolder(), photo).find(" perl="), std::string::npos);
+
+    const EnvironmentVariable silence("PERL_BADLANG", "0");
+    EXPECT_EQ(makeReadBy(realToolFolder(), photo), expected);
 }
 
 TEST_F(RealToolLife, EndsWithAHostThatIsKilled) {

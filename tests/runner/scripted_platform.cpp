@@ -1,6 +1,7 @@
 #include "runner/scripted_platform.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 

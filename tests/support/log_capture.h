@@ -1,8 +1,8 @@
 #pragma once
 
 #include <filesystem>
-#include <iosfwd>
 #include <mutex>
+#include <ostream>
 #include <string>
 #include <vector>
 

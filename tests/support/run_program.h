@@ -1,7 +1,7 @@
 #pragma once
 
 #include <filesystem>
-#include <iosfwd>
+#include <ostream>
 #include <string>
 #include <vector>
 

@@ -1,9 +1,11 @@
 #include <array>
 #include <chrono>
+#include <cstddef>
 #include <cstdlib>
 #include <map>
 #include <string_view>
 #include <thread>
+#include <utility>
 
 #include "support/stand_in_scenario.h"
 

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <chrono>
+#include <cstddef>
 #include <cstdio>
 #include <fstream>
 #include <string_view>
@@ -55,7 +56,7 @@ Json readScenario(const fs::path& directory) {
 }
 
 NativeString nativeText(const std::string& utf8) {
-    return fs::u8path(utf8).native();
+    return fs::path(std::u8string(utf8.begin(), utf8.end())).native();
 }
 
 void record(const fs::path& directory, const std::string& kind, const std::string& bytes) {

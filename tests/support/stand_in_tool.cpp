@@ -1,5 +1,7 @@
 #include "support/stand_in_tool.h"
 
+#include <cstddef>
+
 #include "support/stand_in_scenario.h"
 
 namespace stand_in {

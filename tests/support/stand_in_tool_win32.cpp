@@ -4,6 +4,7 @@
 #include <io.h>
 
 #include <array>
+#include <cstddef>
 
 #include "support/stand_in_tool.h"
 

@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <filesystem>
 #include <memory>
+#include <optional>
+#include <string>
 
 /// What tests see and change of the process that they run in.
 namespace test_support {
@@ -20,6 +22,20 @@ public:
 private:
     struct Saved;
     std::unique_ptr<Saved> saved_;
+};
+
+/// Sets a variable of this process's environment, which child processes inherit; it has its value
+/// from before, or none, when this dies.
+class EnvironmentVariable {
+public:
+    EnvironmentVariable(std::string name, const std::string& value);
+    EnvironmentVariable(const EnvironmentVariable&) = delete;
+    EnvironmentVariable& operator=(const EnvironmentVariable&) = delete;
+    ~EnvironmentVariable();
+
+private:
+    std::string name_;
+    std::optional<std::string> before_;
 };
 
 /// How many descriptors, on Windows handles, this process has open. A system that doesn't count

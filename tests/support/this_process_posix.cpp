@@ -3,7 +3,9 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdlib>
 #include <iterator>
+#include <utility>
 
 #include "support/this_process.h"
 
@@ -46,6 +48,18 @@ RedirectedStreams::RedirectedStreams(const std::filesystem::path& input,
 RedirectedStreams::~RedirectedStreams() {
     restore(STDIN_FILENO, saved_->input);
     restore(STDERR_FILENO, saved_->error);
+}
+
+EnvironmentVariable::EnvironmentVariable(std::string name, const std::string& value)
+    : name_(std::move(name)) {
+    if (const char* const before = ::getenv(name_.c_str())) {
+        before_ = before;
+    }
+    ::setenv(name_.c_str(), value.c_str(), 1);
+}
+
+EnvironmentVariable::~EnvironmentVariable() {
+    before_ ? ::setenv(name_.c_str(), before_->c_str(), 1) : ::unsetenv(name_.c_str());
 }
 
 std::size_t countOpenHandles() {

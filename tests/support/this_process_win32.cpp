@@ -1,8 +1,11 @@
 #include <windows.h>
 
+#include <stdlib.h>
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <utility>
 
 #include "support/this_process.h"
 
@@ -46,6 +49,19 @@ RedirectedStreams::RedirectedStreams(const std::filesystem::path& input,
 RedirectedStreams::~RedirectedStreams() {
     restore(STD_INPUT_HANDLE, saved_->input);
     restore(STD_ERROR_HANDLE, saved_->error);
+}
+
+EnvironmentVariable::EnvironmentVariable(std::string name, const std::string& value)
+    : name_(std::move(name)) {
+    if (const char* const before = getenv(name_.c_str())) {
+        before_ = before;
+    }
+    _putenv_s(name_.c_str(), value.c_str());
+}
+
+// An empty value removes the variable.
+EnvironmentVariable::~EnvironmentVariable() {
+    _putenv_s(name_.c_str(), before_.value_or("").c_str());
 }
 
 // Wine counts no handles, but gives a fresh one the lowest free number. Handles below the highest

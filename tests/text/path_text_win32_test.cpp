@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+
 #include "exiv2_wrapper/text/path_text.h"
 
 namespace exiv2_wp::internal {

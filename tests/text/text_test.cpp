@@ -3,10 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <bit>
-#include <cerrno>
 #include <climits>
 #include <cmath>
-#include <cstdlib>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
 #include <limits>
 #include <random>
 #include <sstream>
@@ -14,6 +15,7 @@
 
 #include "support/case_name.h"
 #include "support/comma_locale.h"
+#include "text/literal_text.h"
 
 namespace exiv2_wp::internal {
 namespace {
@@ -258,29 +260,6 @@ constexpr RealCase kRealCases[] = {
 INSTANTIATE_TEST_SUITE_P(Texts, ParseReal, ::testing::ValuesIn(kRealCases),
                          test_support::caseName<RealCase>);
 
-double convert(const char* text, char** end, double) {
-    return std::strtod(text, end);
-}
-float convert(const char* text, char** end, float) {
-    return std::strtof(text, end);
-}
-
-// What the C conversion makes of the text. Its answer for a denormal number, which some runtimes
-// report as a range error, is taken for a value.
-template <typename Real>
-std::optional<Real> slowTwin(const std::string& text) {
-    char* end = nullptr;
-    errno = 0;
-    const Real value = convert(text.c_str(), &end, Real());
-    const bool isOutOfRange = errno == ERANGE && (value == 0 || std::isinf(value));
-    // Some runtimes step over signs that no number follows.
-    const auto read = text.substr(0, static_cast<std::size_t>(end - text.c_str()));
-    if (isOutOfRange || read.find_first_not_of("+- \t\n\v\f\r") == std::string::npos) {
-        return std::nullopt;
-    }
-    return value;
-}
-
 std::string randomRealText(std::mt19937& random) {
     constexpr const char* kPieces[] = {"0", "1", "9",   "47",  ".",  "-",   "+",
                                        "e", "E", "p",   "x",   "0x", " ",   "f",
@@ -297,8 +276,10 @@ TEST(ParseReal, AgreesWithTheCConversionsOnRandomTexts) {
     std::mt19937 random(20211);
     for (int i = 0; i < 100'000; ++i) {
         const std::string text = randomRealText(random);
-        ASSERT_EQ(shown(parseDouble(text)), shown(slowTwin<double>(text))) << '"' << text << '"';
-        ASSERT_EQ(shown(parseFloat(text)), shown(slowTwin<float>(text))) << '"' << text << '"';
+        ASSERT_EQ(shown(parseDouble(text)), shown(test_support::literalDouble(text)))
+            << '"' << text << '"';
+        ASSERT_EQ(shown(parseFloat(text)), shown(test_support::literalFloat(text)))
+            << '"' << text << '"';
     }
 }
 
@@ -310,9 +291,10 @@ TEST(ParseReal, RoundsRandomDecimalNumbersCorrectly) {
         text.precision(std::uniform_int_distribution(1, 25)(random));
         const auto bits = (random() & ~(std::uint64_t{0x7F} << 56)) | (std::uint64_t{0x3F} << 56);
         text << std::bit_cast<double>(bits);
-        ASSERT_EQ(shown(parseDouble(text.str())), shown(slowTwin<double>(text.str())))
+        ASSERT_EQ(shown(parseDouble(text.str())), shown(test_support::literalDouble(text.str())))
             << text.str();
-        ASSERT_EQ(shown(parseFloat(text.str())), shown(slowTwin<float>(text.str()))) << text.str();
+        ASSERT_EQ(shown(parseFloat(text.str())), shown(test_support::literalFloat(text.str())))
+            << text.str();
     }
 }
 

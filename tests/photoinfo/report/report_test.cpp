@@ -1,4 +1,5 @@
 #include <iterator>
+#include <utility>
 
 #include "photoinfo/photoinfo_fixture.h"
 #include "support/read_file.h"

@@ -1,8 +1,9 @@
 #include <filesystem>
 #include <iostream>
-#include <optional>
 #include <string>
+#include <string_view>
 #include <system_error>
+#include <unordered_map>
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
 #include "photoinfo/command.h"
@@ -10,7 +11,6 @@
 #include "photoinfo/platform.h"
 #include "photoinfo/show/text.h"
 #include "photoinfo/tool/child_process.h"
-#include "photoinfo/tool/exiftool_tool.h"
 #include "photoinfo/tool/preview_call.h"
 
 namespace photoinfo {
@@ -20,8 +20,10 @@ namespace {
 namespace fs = std::filesystem;
 using enum CheckState;
 
+using ToolAnswer = std::unordered_map<std::string, std::string>;
+
 constexpr std::string_view kNotWithThis = "not with this exiv2.exe; the one of this project does";
-constexpr std::string_view kVersionTag = "ExifToolVersion";
+constexpr auto kVersionTag = "ExifToolVersion";
 
 bool isFile(const fs::path& file) {
     std::error_code error;
@@ -42,23 +44,36 @@ bool isMetadataRead(const fs::path& photo) {
     return isRight;
 }
 
-std::string readTag(const fs::path& file, std::string_view tag) {
-    const auto tags = exiftool::readTags(file, "-" + std::string(tag));
-    const auto found = tags.find(std::string(tag));
-    return found == tags.end() ? std::string() : found->second;
+std::string valueIn(const ToolAnswer& answer, const std::string& name) {
+    const auto found = answer.find(name);
+    return found == answer.end() ? std::string() : found->second;
+}
+
+std::string readModel(const fs::path& file) {
+    return valueIn(exiftool::readTags(file, "-Model"), "Model");
+}
+
+// What the tool says beside the tag that it was asked for; empty as a rule.
+std::string warningIn(const ToolAnswer& answer) {
+    for (const auto& [name, value] : answer) {
+        if (name != kVersionTag) {
+            return std::string(name).append(": ").append(value);
+        }
+    }
+    return {};
 }
 
 bool isMetadataCopied(const ProbePhoto& probe) {
     return exiftool::copyMetadata(probe.file(), probe.freshImage(),
                                   exiftool::ExportMetadataParameters{}) &&
-           readTag(probe.freshImage(), "Model") == kProbeModel;
+           readModel(probe.freshImage()) == kProbeModel;
 }
 
 /// Tries out what the library asks of the tools, on a photo of its own.
 class Examination {
 public:
     explicit Examination(const std::string& toolDirectory)
-        : toolDirectory_(toolDirectory), directory_(platform::pathOf(toolDirectory)) {}
+        : directory_(platform::pathOf(toolDirectory)) {}
 
     DoctorReport run() {
         examineExiv2();
@@ -88,26 +103,26 @@ private:
     void examineExiftool() {
         const bool isFound = isFile(directory_ / "exiftool.exe");
         add("exiftool.exe", ExitCode::exiftool, isFound ? ok : missing, isFound ? "found" : "");
-        std::optional<Exiftool> tool;
-        const std::string version = isFound ? startedVersion(tool) : std::string();
+        // As an editor starts it, so that what an editor would hear of it is heard here too.
+        const ToolAnswer answer =
+            isFound && exiftool::initialize(directory_)
+                ? exiftool::readTags(probe_.file(), "-" + std::string(kVersionTag))
+                : ToolAnswer();
+        const std::string version = valueIn(answer, kVersionTag);
         const bool isStarted = !version.empty();
         add("exiftool stays", ExitCode::exiftool, stateOf(isFound, isStarted),
             isStarted ? "exiftool " + version : "");
-        const bool isReading = isStarted && readTag(probe_.file(), "Model") == kProbeModel;
+        const std::string warning = isStarted ? warningIn(answer) : "";
+        add("exiftool is quiet", ExitCode::success,
+            warning.empty() ? stateOf(false, isStarted) : warns, warning);
+        const bool isReading = isStarted && readModel(probe_.file()) == kProbeModel;
         add("exiftool reads", ExitCode::exiftool, stateOf(isStarted, isReading),
             isReading ? "the tags of a photo" : "");
         const bool isCopying = isReading && isMetadataCopied(probe_);
         add("exiftool copies", ExitCode::exiftool, stateOf(isReading, isCopying),
             isCopying ? "metadata into an image" : "");
-    }
-
-    // The version comes as an answer of the running tool; empty: it gave none.
-    [[nodiscard]] std::string startedVersion(std::optional<Exiftool>& tool) const {
-        try {
-            tool.emplace(toolDirectory_);
-            return readTag(probe_.file(), kVersionTag);
-        } catch (const Failure&) {
-            return {};
+        if (isFound) {
+            exiftool::uninitialize();
         }
     }
 
@@ -120,7 +135,6 @@ private:
         report_.add(check, whenNotOk, state, detail);
     }
 
-    std::string toolDirectory_;
     fs::path directory_;
     ProbePhoto probe_;
     DoctorReport report_;

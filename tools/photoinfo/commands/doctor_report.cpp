@@ -12,6 +12,8 @@ constexpr std::string_view nameOf(CheckState state) {
             return "missing";
         case CheckState::failed:
             return "failed";
+        case CheckState::warns:
+            return "warns";
         case CheckState::notTried:
             break;
     }

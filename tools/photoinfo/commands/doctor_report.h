@@ -15,6 +15,7 @@ enum class CheckState {
     ok,
     missing,   ///< a file or an ability isn't there
     failed,    ///< it is there and doesn't work
+    warns,     ///< it works, but says something that nobody asked for
     notTried,  ///< needs something that isn't there or doesn't work
 };
 

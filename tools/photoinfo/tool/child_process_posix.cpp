@@ -6,6 +6,7 @@
 #include <array>
 #include <cerrno>
 #include <cstddef>
+#include <utility>
 
 #include "photoinfo/tool/child_process.h"
 

@@ -19,6 +19,8 @@ Exiftool::Exiftool(const std::string& toolDirectory) : toolDirectory_(toolDirect
     if (toolDirectory.empty()) {
         throw Failure(ExitCode::exiftool, "name the folder of exiftool.exe with --tools DIR");
     }
+    // Under a locale that the machine lacks, Perl's warning would come as a tag "perl".
+    platform::setEnvironmentDefault("PERL_BADLANG", "0");
     if (!exiftool::initialize(platform::pathOf(toolDirectory))) {
         failWithReason(toolDirectory);
     }

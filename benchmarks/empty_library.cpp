@@ -1,1 +1,0 @@
-// Nothing: what a shared library costs at least.
