@@ -117,7 +117,7 @@ protected:
     const LogCapture log;
 };
 
-// What only makes a later call faster may fail unnoticed.
+// What does not matter to the result may fail unnoticed.
 TEST_P(ExhaustedMemory, ReachesTheCallerOrDoesNotMatterAndTheNextCallWorks) {
     const std::string expected = resultOf(freshFile("photo.nef"));
     std::filesystem::path file;
@@ -141,7 +141,7 @@ TEST_P(ExhaustedMemory, ReachesTheCallerOrDoesNotMatterAndTheNextCallWorks) {
 INSTANTIATE_TEST_SUITE_P(In, ExhaustedMemory, ::testing::ValuesIn(kCalls),
                          test_support::caseName<Call>);
 
-// A file that is known already: what only makes the third question faster may fail unnoticed.
+// A file that is known already: nothing fails unnoticed.
 TEST_F(ReadersOfAKnownFile, GetItsOrientationOrTheException) {
     std::filesystem::path file;
     int orientation = 0;
