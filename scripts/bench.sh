@@ -19,7 +19,7 @@ source "$root/scripts/lib/packages.sh"
 
 readonly build=${EXIV2_WRAPPER_BENCH_BUILD:-$root/build/release}
 readonly all=(uncached large_host parser memory cached names exiftool exiftool_answer preview process
-    scan)
+    scan exiv2_tool)
 readonly results=$build/benchmarks/results
 export VESK_LOG=off
 export EXIV2_WRAPPER_PHOTOS=${EXIV2_WRAPPER_PHOTOS:-$root/../shared/photos}
@@ -28,6 +28,7 @@ export EXIV2_WRAPPER_PHOTOS=${EXIV2_WRAPPER_PHOTOS:-$root/../shared/photos}
 build() {
     local log=$root/build/bench.log
     mkdir -p "$root/build"
+    "$root/scripts/libexiv2.sh" native
     if ! {
         cmake -S "$root" --preset release -B "$build" &&
             cmake --build "$build" --target "${@/%/_benchmark}"
