@@ -26,6 +26,7 @@ readonly all=(
     exiftool
     preview
     process
+    exiv2_tool
 )
 readonly results=$build/benchmarks/results
 export VESK_LOG=off
@@ -35,6 +36,7 @@ export EXIV2_WRAPPER_PHOTOS=${EXIV2_WRAPPER_PHOTOS:-$root/../shared/photos}
 build() {
     local log=$root/build/bench.log
     mkdir -p "$root/build"
+    "$root/scripts/libexiv2.sh" native
     if ! {
         cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release \
             -DEXIV2_WRAPPER_BUILD_TESTS=OFF -DEXIV2_WRAPPER_UNITE_SOURCES=ON &&

@@ -14,7 +14,9 @@ class PhotoinfoDoctor : public PhotoinfoProgramTest {
 protected:
     void letExiv2Work() {
         tool.answer({"--version"}, {.output = "exiv2 0.27.6\nand more\n"});
-        tool.answerMetadata("Exif.Image.Model  Ascii  6  probe\n");
+        tool.answerMetadata("Exif.Image.Model  Ascii  6  probe\n",
+                            "Lens name       : A probe lens\nSubject distance: 0.959176\n");
+        tool.answer({"--key"}, {.output = "Exif.Photo.FNumber 00 00 00 08 00 00 00 01\n"});
         tool.answer({"-ep"}, {.output = "8 8 0 0 0 0\nbytes"});
     }
     static void letWork(ToolDirectory& exiftool) {
@@ -41,16 +43,43 @@ TEST_F(PhotoinfoDoctor, FindsNothingWrongWithAGoodToolDirectory) {
     ToolDirectory exiftool("exiftool.exe", tool);
     letWork(exiftool);
 
-    EXPECT_EQ(doctor(),
-              (ProgramResult{
-                  0,
-                  report({"exiv2.exe           ok: found", "exiv2 starts        ok: exiv2 0.27.6",
-                          "exiv2 reads         ok: the metadata of a photo",
-                          "exiv2 previews      ok: the preview call is known",
-                          "exiftool.exe        ok: found", "exiftool stays      ok: exiftool 12.57",
-                          "exiftool is quiet   ok", "exiftool reads      ok: the tags of a photo",
-                          "exiftool copies     ok: metadata into an image"}),
-                  ""}));
+    EXPECT_EQ(
+        doctor(),
+        (ProgramResult{
+            0,
+            report({"exiv2.exe           ok: found", "exiv2 starts        ok: exiv2 0.27.6",
+                    "exiv2 reads         ok: the metadata of a photo",
+                    "exiv2 lens names    ok: as the photo has them",
+                    "exiv2 tag bytes     ok: exactly the tag's",
+                    "exiv2 distances     ok: in metres", "exiv2 file names    ok: of any alphabet",
+                    "exiv2 previews      ok: the preview call is known",
+                    "exiftool.exe        ok: found", "exiftool stays      ok: exiftool 12.57",
+                    "exiftool is quiet   ok", "exiftool reads      ok: the tags of a photo",
+                    "exiftool copies     ok: metadata into an image"}),
+            ""}));
+}
+
+// The stock tool's ways. A tool that has them serves.
+TEST_F(PhotoinfoDoctor, NamesThePromisesThatAToolDoesNotKeep) {
+    tool.answerMetadata("Exif.Image.Model  Ascii  6  probe\n", "Subject distance: 2.50 m\n");
+    tool.answer(
+        {"--key"},
+        {.output = "Exif.Photo.FNumber\n  0000  00 00 00 08 00 00 00 01        ........\n"});
+    letExiv2Work();
+    ToolDirectory exiftool("exiftool.exe", tool);
+    letWork(exiftool);
+
+    const ProgramResult result = doctor();
+
+    EXPECT_EQ(result.exitCode, 0);
+    for (const std::string check :
+         {"exiv2 lens names    ", "exiv2 tag bytes     ", "exiv2 distances     "}) {
+        EXPECT_NE(result.output.find("  " + check +
+                                     "missing: not with this exiv2.exe; the one of this project "
+                                     "does\n"),
+                  std::string::npos)
+            << check;
+    }
 }
 
 TEST_F(PhotoinfoDoctor, WarnsOfAToolWithoutThePreviewCall) {
@@ -84,6 +113,10 @@ TEST_F(PhotoinfoDoctor, MissesBothTools) {
                                                              "  exiv2.exe           missing\n"
                                                              "  exiv2 starts        not tried\n"
                                                              "  exiv2 reads         not tried\n"
+                                                             "  exiv2 lens names    not tried\n"
+                                                             "  exiv2 tag bytes     not tried\n"
+                                                             "  exiv2 distances     not tried\n"
+                                                             "  exiv2 file names    not tried\n"
                                                              "  exiv2 previews      not tried\n"
                                                              "  exiftool.exe        missing\n"
                                                              "  exiftool stays      not tried\n"
@@ -113,7 +146,7 @@ TEST_F(PhotoinfoDoctor, SeesThatExiv2DoesNotRead) {
     const ProgramResult result = doctor();
 
     EXPECT_EQ(result.exitCode, 3);
-    EXPECT_NE(result.output.find("  exiv2 reads         failed\n  exiv2 previews      not tried\n"),
+    EXPECT_NE(result.output.find("  exiv2 reads         failed\n  exiv2 lens names    not tried\n"),
               std::string::npos);
 }
 
@@ -171,10 +204,10 @@ TEST_F(PhotoinfoDoctor, WritesJson) {
     const Json document = Json::parse(result.output);
     EXPECT_EQ(result.exitCode, 5);
     EXPECT_EQ(document.at("tools"), Json(shown(tool.path())));
-    EXPECT_EQ(document.at("checks").size(), 9U);
+    EXPECT_EQ(document.at("checks").size(), 13U);
     EXPECT_EQ(document.at("checks").at(1),
               (Json{{"check", "exiv2 starts"}, {"state", "ok"}, {"detail", "exiv2 0.27.6"}}));
-    EXPECT_EQ(document.at("checks").at(4),
+    EXPECT_EQ(document.at("checks").at(8),
               (Json{{"check", "exiftool.exe"}, {"state", "missing"}, {"detail", nullptr}}));
 }
 

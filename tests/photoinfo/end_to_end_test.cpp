@@ -36,13 +36,22 @@ TEST_F(PhotoinfoWithRealTools, FindsTheToolDirectoryGood) {
     const ProgramResult result = photoinfo({"doctor"});
 
     EXPECT_EQ(result.exitCode, 0) << result.output;
+    EXPECT_EQ(result.output.find("not with this"), std::string::npos) << result.output;
 }
 
-TEST_F(PhotoinfoWithRealTools, FindsTheStockToolGoodSaveForPreviews) {
+TEST_F(PhotoinfoWithRealTools, SaysWhatTheStockToolDoesNotDo) {
     fs::remove(tools.path() / "exiv2.exe");
     fs::create_symlink(REAL_EXIV2, tools.path() / "exiv2.exe");
 
-    EXPECT_EQ(photoinfo({"doctor"}).exitCode, 6);
+    const ProgramResult result = photoinfo({"doctor"});
+
+    EXPECT_EQ(result.exitCode, 6);
+    for (const char* check : {"lens names", "tag bytes ", "distances ", "previews  "}) {
+        EXPECT_NE(result.output.find(std::string("exiv2 ") + check + "    missing: not with this"),
+                  std::string::npos)
+            << check << result.output;
+    }
+    EXPECT_NE(result.output.find("exiv2 file names    ok"), std::string::npos);
     EXPECT_EQ(photoinfo({"preview", sample, "-o", (scratch.path() / "p.jpg").native()}).exitCode,
               6);
     EXPECT_FALSE(fs::exists(tools.path() / "sample-preview1.jpg"));

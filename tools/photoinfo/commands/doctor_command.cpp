@@ -1,3 +1,7 @@
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
 #include <filesystem>
 #include <iostream>
 #include <string>
@@ -11,6 +15,7 @@
 #include "photoinfo/platform.h"
 #include "photoinfo/show/text.h"
 #include "photoinfo/tool/child_process.h"
+#include "photoinfo/tool/exiv_reader.h"
 #include "photoinfo/tool/preview_call.h"
 
 namespace photoinfo {
@@ -63,6 +68,31 @@ std::string warningIn(const ToolAnswer& answer) {
     return {};
 }
 
+exiv2_wp::SLensInfo lensOf(const fs::path& photo) {
+    exiv2_wp::SLensInfo lens;
+    exiv2_wp::readExiv2Info(
+        photo, "", "", [&lens](const exiv2_wp::SLensInfo& info) { lens = info; },
+        [](const exiv2_wp::SMetadataExiv&) {}, [] {});
+    return lens;
+}
+
+bool areBytesExact(const fs::path& photo) {
+    constexpr std::array<unsigned char, 8> kFNumber = {0, 0, 0, 8, 0, 0, 0, 1};  // 8/1
+    std::int32_t size = 0;
+    unsigned char* bytes = nullptr;
+    if (!makeExivReader(photo)->getRawExifTag("Exif.Photo.FNumber", &size, &bytes)) {
+        return false;
+    }
+    const bool areExact = std::equal(bytes, bytes + size, kFNumber.begin(), kFNumber.end());
+    ::operator delete(bytes);
+    return areExact;
+}
+
+bool isDistanceRight(float metres) {
+    constexpr float kTolerance = 1e-4F;
+    return std::abs(metres - kProbeSubjectDistance) < kTolerance;
+}
+
 bool isMetadataCopied(const ProbePhoto& probe) {
     return exiftool::copyMetadata(probe.file(), probe.freshImage(),
                                   exiftool::ExportMetadataParameters{}) &&
@@ -92,12 +122,21 @@ private:
         const bool isReading = isStarted && isMetadataRead(probe_.file());
         add("exiv2 reads", ExitCode::exiv2, stateOf(isStarted, isReading),
             isReading ? "the metadata of a photo" : "");
-        const bool isSpoken = isReading && speaksPreviewCall(probe_);
-        const CheckState preview = isSpoken ? ok : (isReading ? missing : notTried);
-        add("exiv2 previews", ExitCode::previewCall, preview,
-            isSpoken    ? "the preview call is known"
-            : isReading ? kNotWithThis
-                        : "");
+        examinePromises(isReading);
+    }
+
+    // What the stock tool doesn't do right: an editor can live with that, but should know it.
+    void examinePromises(bool isReading) {
+        const exiv2_wp::SLensInfo lens = isReading ? lensOf(probe_.file()) : exiv2_wp::SLensInfo{};
+        promise("exiv2 lens names", isReading, lens.lensName == kProbeLens,
+                "as the photo has them");
+        promise("exiv2 tag bytes", isReading, isReading && areBytesExact(probe_.file()),
+                "exactly the tag's");
+        promise("exiv2 distances", isReading, isDistanceRight(lens.subjectDistance), "in metres");
+        promise("exiv2 file names", isReading, isReading && isMetadataRead(probe_.anyName()),
+                "of any alphabet");
+        promise("exiv2 previews", isReading, isReading && speaksPreviewCall(probe_),
+                "the preview call is known", ExitCode::previewCall);
     }
 
     void examineExiftool() {
@@ -124,6 +163,14 @@ private:
         if (isFound) {
             exiftool::uninitialize();
         }
+    }
+
+    void promise(std::string_view check, bool isTried, bool isKept, std::string_view detail,
+                 ExitCode whenNotKept = ExitCode::success) {
+        add(check, whenNotKept, isKept ? ok : (isTried ? missing : notTried),
+            isKept    ? detail
+            : isTried ? kNotWithThis
+                      : "");
     }
 
     static CheckState stateOf(bool isTried, bool isOk) {

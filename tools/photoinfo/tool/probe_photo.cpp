@@ -34,7 +34,7 @@ fs::path makeFolder() {
 
 ProbePhoto::ProbePhoto() : folder_(makeFolder()) {
     constexpr std::span<const unsigned char> kPhoto(kProbePhoto);
-    if (!writeWhole(file(), kPhoto) ||
+    if (!writeWhole(file(), kPhoto) || !writeWhole(anyName(), kPhoto) ||
         !writeWhole(freshImage(), kPhoto.subspan(kProbeThumbnailOffset, kProbeThumbnailSize))) {
         std::error_code ignored;
         fs::remove_all(folder_, ignored);
