@@ -22,21 +22,6 @@ constexpr std::size_t kChunkSize = 511;
 // before it is written to.
 constexpr std::size_t kGrowth = 4;
 
-// Moves what stands between two of them in one piece; without any it only looks.
-void eraseCarriageReturns(std::string& text) {
-    std::size_t kept = text.find('\r');
-    for (std::size_t found = kept; found != std::string::npos;) {
-        const std::size_t next = text.find('\r', found + 1);
-        const std::size_t end = std::min(next, text.size());
-        const auto begin = text.begin() + static_cast<std::ptrdiff_t>(found + 1);
-        std::copy(begin, text.begin() + static_cast<std::ptrdiff_t>(end),
-                  text.begin() + static_cast<std::ptrdiff_t>(kept));
-        kept += end - (found + 1);
-        found = next;
-    }
-    text.resize(std::min(kept, text.size()));
-}
-
 using Chunk = std::array<char, kChunkSize>;
 
 // What the next read brings, up to a zero byte in it; no value at the end.
@@ -106,7 +91,10 @@ std::string readAnswer(ToolChannel& channel) {
 }
 
 void trimAnswer(std::string& answer) {
-    eraseCarriageReturns(answer);
+    // On most systems there are none, which a search tells ten times as fast.
+    if (answer.find('\r') != std::string::npos) {
+        std::erase(answer, '\r');
+    }
     if (answer.ends_with(kFinalMarker)) {
         answer.resize(answer.size() - kFinalMarker.size());
     }

@@ -1,33 +1,30 @@
-#include "exiv2_wrapper/names/canonical_names.h"
-
 #include <string>
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
+#include "exiv2_wrapper/text/text.h"
 
 namespace exiv2_wp {
 
 namespace {
 
-// One pass: what is kept moves up over what was dropped.
-template <typename IsDropped>
-void canonize(std::string& name, IsDropped isDropped) {
-    std::size_t length = 0;
-    for (const char c : name) {
-        if (!isDropped(c)) {
-            name[length++] = internal::toLower(c);
-        }
-    }
-    name.resize(length);
+bool isDroppedFromCamera(char c) {
+    return c == ' ' || c == '"' || c == '/';
+}
+
+bool isDroppedFromLens(char c) {
+    return isDroppedFromCamera(c) || c == '-';
 }
 
 }  // namespace
 
 void CamerasProfiles_canonizeName(std::string& name) {
-    canonize(name, &internal::isDroppedFromCamera);
+    std::erase_if(name, isDroppedFromCamera);
+    internal::lowerCase(name);
 }
 
 void ImageLens_canonizeName(std::string& name) {
-    canonize(name, &internal::isDroppedFromLens);
+    std::erase_if(name, isDroppedFromLens);
+    internal::lowerCase(name);
 }
 
 }  // namespace exiv2_wp

@@ -1,6 +1,5 @@
 #include "exiv2_wrapper/names/crop_factor_rows.h"
 
-#include <algorithm>
 #include <array>
 
 namespace exiv2_wp::internal {
@@ -496,9 +495,6 @@ constexpr auto kRows = std::to_array<CropFactorRow>({
 // clang-format on
 
 static_assert(kRows.size() == kCropFactorRowCount);
-static_assert(std::ranges::all_of(kRows, [](const CropFactorRow& row) {
-    return row.model.size() <= kLongestModel;
-}));
 
 }  // namespace
 

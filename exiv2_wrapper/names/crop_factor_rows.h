@@ -14,9 +14,6 @@ struct CropFactorRow {
 
 inline constexpr std::size_t kCropFactorRowCount = 457;
 
-/// No model of the list has more bytes.
-inline constexpr std::size_t kLongestModel = 40;
-
 /// The list in its order. It names eleven models twice: the first row of a model counts.
 [[nodiscard]] std::span<const CropFactorRow, kCropFactorRowCount> cropFactorRows();
 

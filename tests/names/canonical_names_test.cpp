@@ -1,9 +1,6 @@
-#include "exiv2_wrapper/names/canonical_names.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <cctype>
 #include <random>
 #include <string>
@@ -97,12 +94,6 @@ TEST(CanonicalNames, AFormIsItsOwnForm) {
     const std::string name = "Sigma 18-35mm f/1.8 DC \"Art\"";
     EXPECT_EQ(cameraForm(cameraForm(name)), cameraForm(name));
     EXPECT_EQ(lensForm(lensForm(name)), lensForm(name));
-}
-
-TEST(CanonicalNames, WritingIntoASmallRoomTellsTheWholeLength) {
-    std::array<char, 4> room = {'#', '#', '#', '#'};
-    EXPECT_EQ(internal::writeLensCanonical("E-F 5 0 m m", std::span(room).first(3)), 6U);
-    EXPECT_EQ(std::string_view(room.data(), room.size()), "ef5#");
 }
 
 }  // namespace
