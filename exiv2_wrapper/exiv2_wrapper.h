@@ -15,6 +15,7 @@
 /// one pass says so.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
@@ -89,6 +90,21 @@ struct SExivMetadataInfo {
 EXIV2_WRAPPER_API void createImageMetadata(
     const std::filesystem::path& file,
     const std::function<void(const SExivMetadataInfo&)>& callback);
+
+/// Reads the metadata of the files at the front of a list ahead of the questions about them, and
+/// returns how many files at the front are known when it returns: those who ask about them then
+/// wait for no tool. Without metadata is known too. At most as many are read as are kept side by
+/// side, some 200; who has a longer list asks about those and calls again with the rest.
+///
+/// An exiv2.exe that knows the call reads them all in one run, many times faster than one by one;
+/// any other reads them one by one. The answers are the same either way, and so are the log lines.
+/// A caller of another function who asks about one of the files meanwhile gets its answer as soon
+/// as it is there. Files that another thread is reading are waited for at the end.
+///
+/// 0 for an empty list, without a tool, and when the first file can't be known: a file about which
+/// the other functions raise an exception ends the front, without one. So go on behind a file that
+/// was asked about, whatever this returns.
+EXIV2_WRAPPER_API std::size_t readAhead(const std::vector<std::filesystem::path>& files);
 
 /// Calls `onOrientation` once with the Exif orientation of `file` as the file has it: 1 to 8 as a
 /// rule, but not checked. Not at all when the file gives none that is a 32-bit number. Raises as

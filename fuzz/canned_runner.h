@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,7 @@ struct CannedRunner {
     bool result = true;
     std::string output = {};         ///< of every run but those with "pr"
     std::string summaryOutput = {};  ///< of runs with "pr"
+    std::size_t pieceSize = 1;       ///< of the output for one who reads along
     std::vector<exiv2_wp::internal::NativeString> arguments = {};  ///< of the last run
 };
 

@@ -20,7 +20,7 @@ shift || true
 if (($#)); then
     fuzzers=("$@")
 else
-    fuzzers=(exiftool_answer image_metadata lens_range numbers preview print_all quoting raw_tags
+    fuzzers=(exiftool_answer image_metadata lens_range numbers preview print_all quoting raw_tags read_call
         single_tag summary)
 fi
 

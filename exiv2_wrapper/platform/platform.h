@@ -100,9 +100,19 @@ void closeProcess(std::intptr_t process, std::intptr_t thread);
 [[nodiscard]] std::size_t readSome(const Handle& readEnd, std::span<char> buffer);
 
 /// Waits for the child's end, without limit, and returns its exit code; 1 when the code can't be
-/// learnt. On POSIX that is the case for a child ended by a signal, and for every child of a host
-/// that ignores SIGCHLD or waits for children that aren't its own.
+/// learnt. On POSIX that is the case for every child of a host that ignores SIGCHLD or waits for
+/// children that aren't its own; a child ended by a signal has `kCrash` plus the signal's number.
 [[nodiscard]] std::uint32_t waitForExitCode(Process& process);
+
+/// The lowest exit code by which Windows tells that a child didn't end of its own will.
+inline constexpr std::uint32_t kCrash = 0x80000000;
+
+/// True for the exit code of a child that crashed or was ended from outside. The highest codes are
+/// those of programs that return a small negative number.
+[[nodiscard]] constexpr bool isCrash(std::uint32_t exitCode) {
+    constexpr std::uint32_t kSmallNegatives = 0xFFFFFF00;
+    return exitCode >= kCrash && exitCode < kSmallNegatives;
+}
 
 /// Writes all bytes; blocks while the pipe is full. On POSIX a reader that is gone is an error like
 /// any other: no SIGPIPE reaches the host, and its signal settings stay as they are.

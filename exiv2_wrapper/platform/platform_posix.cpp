@@ -153,10 +153,11 @@ std::uint32_t reap(pid_t child) {
     do {
         reaped = waitpid(child, &status, 0);
     } while (reaped < 0 && errno == EINTR);
-    if (reaped != child || !WIFEXITED(status)) {
+    if (reaped != child) {
         return kUnknownExitCode;
     }
-    return static_cast<std::uint32_t>(WEXITSTATUS(status));
+    return WIFEXITED(status) ? static_cast<std::uint32_t>(WEXITSTATUS(status))
+                             : kCrash + static_cast<std::uint32_t>(WTERMSIG(status));
 }
 
 // Keeps SIGPIPE from the host for as long as it lives: the signal is blocked in this thread alone,

@@ -1,7 +1,5 @@
 #include "exiv2_wrapper/platform/quoting.h"
 
-#include <cstddef>
-
 namespace exiv2_wp::internal {
 
 std::wstring quoteArgument(const std::wstring& arg) {
@@ -35,6 +33,14 @@ std::wstring buildCommandLine(const std::wstring& tool, std::span<const std::wst
         line += quoteArgument(argument);
     }
     return line;
+}
+
+std::size_t commandLineRoom(const std::wstring& argument) {
+    return quoteArgument(argument).size() + 1;
+}
+
+std::size_t commandLineRoom(const std::string& argument) {
+    return argument.size() + 1;
 }
 
 }  // namespace exiv2_wp::internal

@@ -19,7 +19,43 @@ constexpr auto kSignature =
 
 constexpr std::size_t kReadSize = 8192;
 
-bool isToolKnown() {
+bool readOn() {
+    return true;
+}
+
+bool isFinished(std::optional<std::uint32_t> exitCode) {
+    return exitCode == 0U;
+}
+
+void read(const Handle& readEnd, ToolOutput& output, const std::function<bool()>& onOutput) {
+    while (const std::size_t count = readSome(readEnd, output.room(kReadSize))) {
+        output.keep(count);
+        if (!onOutput()) {
+            return;
+        }
+    }
+}
+
+std::optional<std::uint32_t> runTool(const std::vector<NativeString>& args, ToolOutput& output,
+                                     const std::function<bool()>& onOutput) {
+    Process process;  // outlives the pipe: a child is reaped after its output has been let go
+    Pipe pipe;
+    if (makePipe(pipe) != 0 || keepFromChildren(pipe.readEnd) != 0) {
+        return std::nullopt;
+    }
+    const ErrorCode startError = startRun(exiv2ExecutablePath, args, pipe.writeEnd, process);
+    pipe.writeEnd.close();  // or the read end would never see the end of the output
+    if (startError != 0) {
+        return std::nullopt;
+    }
+    read(pipe.readEnd, output, onOutput);
+    pipe.readEnd.close();
+    return waitForExitCode(process);
+}
+
+}  // namespace
+
+bool isExiv2Known() {
     if (exiv2ExecutablePath.empty()) {
         logFailure(kSignature, "Valid exiv2 executable not found");
         return false;
@@ -27,45 +63,27 @@ bool isToolKnown() {
     return true;
 }
 
-void readToEnd(const Handle& readEnd, ToolOutput& output) {
-    while (const std::size_t count = readSome(readEnd, output.room(kReadSize))) {
-        output.keep(count);
-    }
-}
-
-bool runTool(const std::vector<NativeString>& args, ToolOutput& output) {
-    Process process;  // outlives the pipe: a child is reaped after its output has been let go
-    Pipe pipe;
-    if (makePipe(pipe) != 0 || keepFromChildren(pipe.readEnd) != 0) {
-        return false;
-    }
-    const ErrorCode startError = startRun(exiv2ExecutablePath, args, pipe.writeEnd, process);
-    pipe.writeEnd.close();  // or the read end would never see the end of the output
-    if (startError != 0) {
-        return false;
-    }
-    readToEnd(pipe.readEnd, output);
-    pipe.readEnd.close();
-    return waitForExitCode(process) == 0;
-}
-
-}  // namespace
-
 bool runExiv2Cli(const std::vector<NativeString>& args, ToolOutput& output) {
-    if (!isToolKnown()) {
-        return false;
+    return isFinished(followExiv2Cli(args, output, readOn));
+}
+
+std::optional<std::uint32_t> followExiv2Cli(const std::vector<NativeString>& args,
+                                            ToolOutput& output,
+                                            const std::function<bool()>& onOutput) {
+    if (!isExiv2Known()) {
+        return std::nullopt;
     }
     output.clear();
-    return runTool(args, output);
+    return runTool(args, output, onOutput);
 }
 
 bool runExiv2Cli(const std::vector<NativeString>& args, std::string& output) {
-    if (!isToolKnown()) {
+    if (!isExiv2Known()) {
         return false;
     }
     output.clear();
     ToolOutput bytes;
-    const bool isSuccess = runTool(args, bytes);
+    const bool isSuccess = isFinished(runTool(args, bytes, readOn));
     output = bytes.text();
     return isSuccess;
 }

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstdint>
+#include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,6 +25,17 @@ namespace exiv2_wp::internal {
 /// Any thread may call, any number at once. Exhausted memory raises std::bad_alloc; the tool is
 /// then ended and reaped first.
 [[nodiscard]] bool runExiv2Cli(const std::vector<NativeString>& args, ToolOutput& output);
+
+/// True when a tool is known. Otherwise that is logged.
+[[nodiscard]] bool isExiv2Known();
+
+/// The same run for one who reads along: `onOutput` is called whenever some of the output has
+/// arrived, and may take bytes off its front. When it returns false nothing more is read; a tool
+/// that goes on writing then fails. What it raises reaches the caller as exhausted memory does.
+/// Returns the exit code; no value when no tool was started.
+[[nodiscard]] std::optional<std::uint32_t> followExiv2Cli(const std::vector<NativeString>& args,
+                                                          ToolOutput& output,
+                                                          const std::function<bool()>& onOutput);
 
 /// The same for a short output that the caller keeps as a text.
 [[nodiscard]] bool runExiv2Cli(const std::vector<NativeString>& args, std::string& output);

@@ -7,6 +7,7 @@
 #include "exiv2_wrapper/log/log.h"
 #include "exiv2_wrapper/platform/platform.h"
 #include "exiv2_wrapper/runner/process_runner.h"
+#include "exiv2_wrapper/runner/read_call.h"
 #include "exiv2_wrapper/text/path_text.h"
 
 namespace exiv2_wp {
@@ -72,6 +73,7 @@ bool initialize(const std::filesystem::path& dir) {
 
     const std::filesystem::path tool = directory / kToolName;
     internal::exiv2ExecutablePath = tool;
+    internal::forgetReadCall();
     if (!isFile(tool)) {
         internal::logFailure(kSignature,
                              "Exiv2 initialization failed: executable not found: ", tool);

@@ -19,4 +19,10 @@ std::span<char> ToolOutput::room(std::size_t size) {
     return {bytes_.get() + size_, size};
 }
 
+void ToolOutput::dropFront(std::size_t count) {
+    const std::string_view rest = text().substr(count);
+    std::copy(rest.begin(), rest.end(), bytes_.get());
+    size_ = rest.size();
+}
+
 }  // namespace exiv2_wp::internal

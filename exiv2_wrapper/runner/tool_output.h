@@ -24,6 +24,9 @@ public:
     /// Makes the first `count` bytes of that room part of the text.
     void keep(std::size_t count) { size_ += count; }
 
+    /// Takes the first `count` bytes off the text; its room stays.
+    void dropFront(std::size_t count);
+
 private:
     struct Free {
         void operator()(char* bytes) const { std::free(bytes); }

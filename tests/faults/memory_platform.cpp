@@ -22,6 +22,8 @@ MemoryPlatform& memoryPlatform() {
 void MemoryPlatform::reset() {
     const std::lock_guard lock(mutex_);
     runs_.clear();
+    knowsReadCall_ = false;
+    changeReadCall_ = nullptr;
     requestAnswer_.clear();
     stepsLeft_ = 0;
     stepListener_ = nullptr;
@@ -40,6 +42,12 @@ void MemoryPlatform::reset() {
 void MemoryPlatform::answer(const std::string& firstArgument, const Run& run) {
     const std::lock_guard lock(mutex_);
     runs_[firstArgument] = run;
+}
+
+void MemoryPlatform::knowReadCall(std::function<void(Run&)> change) {
+    const std::lock_guard lock(mutex_);
+    knowsReadCall_ = true;
+    changeReadCall_ = std::move(change);
 }
 
 void MemoryPlatform::answerRequests(const std::string& answer) {
@@ -147,12 +155,38 @@ struct MemoryPlatformAccess {
         return platform.nextHandle_++;
     }
 
+    // Under the mutex, as is the next.
+    Run runOf(const std::string& firstArgument) {
+        const auto known = platform.runs_.find(firstArgument);
+        return known == platform.runs_.end() ? Run{.exitCode = 99} : known->second;
+    }
+
+    Run readCall(std::size_t files) {
+        Run call;
+        for (std::size_t i = 0; i < files; ++i) {
+            call.output += std::to_string(i);
+            std::string outputs;
+            for (const char* const argument : {"-PXEkycv", "pr"}) {
+                const Run run = runOf(argument);
+                call.output +=
+                    " " + std::to_string(run.exitCode) + " " + std::to_string(run.output.size());
+                outputs += run.output;
+            }
+            call.output += "\n" + outputs;
+        }
+        if (platform.changeReadCall_) {
+            platform.changeReadCall_(call);
+        }
+        return call;
+    }
+
     void startRun(std::span<const NativeString> arguments, const Handle& output, Process& process) {
         const std::lock_guard lock(platform.mutex_);
         const std::string first =
             arguments.empty() ? "" : std::string(arguments[0].begin(), arguments[0].end());
-        const auto known = platform.runs_.find(first);
-        const Run run = known == platform.runs_.end() ? Run{.exitCode = 99} : known->second;
+        const Run run = first == "--read" && platform.knowsReadCall_
+                            ? readCall(arguments.size() - 1)
+                            : runOf(first);
         platform.streams_.at(output.value())->bytes += run.output;
         process = Process(addProcess(run.exitCode), Handle::kNone);
     }

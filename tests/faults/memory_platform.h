@@ -31,6 +31,9 @@ public:
 
     /// Runs whose first argument is this; others end with exit code 99.
     void answer(const std::string& firstArgument, const Run& run);
+    /// Calls for many files (--read) are answered as the runs for one are. With a function, it may
+    /// change what the call does.
+    void knowReadCall(std::function<void(Run&)> change = {});
     /// What the long-lived tool writes for each request.
     void answerRequests(const std::string& answer);
     /// Lets the n-th step from now on fail, counted from 1; 0: none.
@@ -59,6 +62,8 @@ private:
 
     mutable std::mutex mutex_;  // guards all of the following
     std::map<std::string, Run> runs_;
+    bool knowsReadCall_ = false;
+    std::function<void(Run&)> changeReadCall_;
     std::string requestAnswer_;
     int stepsLeft_ = 0;
     std::function<void(const std::string&)> stepListener_;

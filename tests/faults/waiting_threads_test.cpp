@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "exiv2_wrapper/model/metadata_cache.h"
+#include "exiv2_wrapper/runner/read_call.h"
 #include "faults/failing_allocations.h"
 #include "faults/photo_on_memory_platform.h"
 #include "support/log_capture.h"
@@ -102,6 +103,32 @@ TEST_F(WaitingThread, IsWokenWithNullAndTheEntryIsGone) {
         expectNothingLeft();
     };
     // On a busy machine every waiter may be late, round after round.
+    for (int round = 0; woken == 0 && round < 50; ++round) {
+        EXPECT_GT(failEachAllocation(prepare, ask, check), 0);
+    }
+    EXPECT_GT(woken, 0);
+}
+
+// The same for a file that is being read ahead, with another one in front of it.
+TEST_F(WaitingThread, IsWokenWhenMemoryRunsOutWhileItsFileIsReadAhead) {
+    memoryPlatform().knowReadCall();
+    std::optional<Waiter> waiter;
+    std::vector<std::filesystem::path> files;
+    int woken = 0;
+    const auto prepare = [&] {
+        files = {freshFile("first.nef"), freshFile("photo.nef")};
+        forgetReadCall();
+        waiter.emplace(files.back());
+    };
+    const auto ask = [&] { runsOutOfMemory([&] { (void)readAhead(files); }); };
+    const auto check = [&] {
+        const std::optional<Record> answer = waiter->finish();
+        woken += answer && *answer == nullptr ? 1 : 0;
+        waiter.reset();
+        EXPECT_EQ(readAhead(files), 2U);
+        EXPECT_TRUE(readExifMetadataFromCliCached(files.back()));
+        expectNothingLeft();
+    };
     for (int round = 0; woken == 0 && round < 50; ++round) {
         EXPECT_GT(failEachAllocation(prepare, ask, check), 0);
     }

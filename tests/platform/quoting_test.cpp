@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <string>
 #include <vector>
 
 #include "platform/awkward_arguments.h"
@@ -91,6 +93,19 @@ TEST(SplitCommandLine, FollowsTheDocumentedExamples) {
     EXPECT_EQ(splitCommandLine(LR"(x a\\\\"b c" d e)"),
               (Arguments{L"x", LR"(a\\b c)", L"d", L"e"}));
     EXPECT_EQ(splitCommandLine(LR"(x a"b"" c d)"), (Arguments{L"x", LR"(ab" c d)"}));
+}
+
+TEST(CommandLineRoom, OfAnArgumentIsWhatItAddsToTheLine) {
+    std::wstring line = buildCommandLine(L"tool", {});
+    for (const std::wstring& argument : awkwardArguments()) {
+        const std::wstring longer = buildCommandLine(L"tool", std::array{argument});
+        EXPECT_EQ(line.size() + commandLineRoom(argument), longer.size());
+    }
+}
+
+TEST(CommandLineRoom, OfBytesHasTheZeroBehindThem) {
+    EXPECT_EQ(commandLineRoom(std::string("a \"b\"")), 6U);
+    EXPECT_EQ(commandLineRoom(std::string()), 1U);
 }
 
 }  // namespace

@@ -2,9 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <stdexcept>
 #include <thread>
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
+#include "exiv2_wrapper/platform/platform.h"
 #include "exiv2_wrapper/runner/tool_location.h"
 #include "platform/awkward_arguments.h"
 #include "support/log_capture.h"
@@ -242,6 +245,98 @@ TEST_F(ProcessRunner, RunsOnManyThreadsAtOnce) {
         EXPECT_EQ(outputs[i], std::string(20000, static_cast<char>('a' + static_cast<char>(i))));
     }
 }
+
+// ---- reading along
+
+class FollowedRun : public ProcessRunner {
+protected:
+    template <typename OnOutput>
+    std::optional<std::uint32_t> follow(const OnOutput& onOutput) {
+        return followExiv2Cli({native("show")}, bytes, onOutput);
+    }
+
+    ToolOutput bytes;
+};
+
+TEST_F(FollowedRun, ShowsTheOutputAsItArrivesAndItsExitCode) {
+    tool.answer({"show"}, {.output = "begun", .exitCode = 3, .gateBehindOutput = "go"});
+    std::string seen;
+    const auto exitCode = follow([&] {
+        seen = bytes.text();
+        if (seen == "begun") {
+            tool.openGate("go");
+        }
+        return true;
+    });
+    EXPECT_EQ(exitCode, std::optional(3U));
+    EXPECT_EQ(seen, "begun");
+}
+
+TEST_F(FollowedRun, LeavesTheReaderTakeBytesOffTheFront) {
+    tool.answer({"show"}, {.output = std::string(1000, 'x'), .repeat = 1000});
+    std::size_t taken = 0;
+    std::size_t most = 0;
+    const auto exitCode = follow([&] {
+        taken += bytes.text().size();
+        most = std::max(most, bytes.text().size());
+        bytes.dropFront(bytes.text().size());
+        return true;
+    });
+    EXPECT_EQ(exitCode, std::optional(0U));
+    EXPECT_EQ(taken, 1'000'000U);
+    EXPECT_LE(most, 8192U);
+}
+
+TEST_F(FollowedRun, EndsWhenTheReaderHasEnough) {
+    tool.answer({"show"}, {.output = std::string(1 << 20, 'x')});
+    int calls = 0;
+    (void)follow([&] {
+        ++calls;
+        return false;
+    });
+    EXPECT_EQ(calls, 1);
+    EXPECT_FALSE(test_support::hasChildren());
+}
+
+TEST_F(FollowedRun, IsReapedWhenTheReaderRaises) {
+    tool.answer({"show"}, {.output = std::string(1 << 20, 'x')});
+    EXPECT_THROW((void)follow([]() -> bool { throw std::runtime_error("enough"); }),
+                 std::runtime_error);
+    EXPECT_FALSE(test_support::hasChildren());
+}
+
+TEST_F(FollowedRun, HasNoExitCodeWhenTheToolDoesNotStart) {
+    exiv2ExecutablePath = tool.path() / "missing.exe";
+    EXPECT_EQ(follow([] { return true; }), std::nullopt);
+    exiv2ExecutablePath.clear();
+    EXPECT_EQ(follow([] { return true; }), std::nullopt);
+}
+
+TEST_F(FollowedRun, TellsACrashFromAnExitCode) {
+    tool.answer({"show"}, {.signal = 9});
+    EXPECT_TRUE(isCrash(follow([] { return true; }).value()));
+}
+
+class ExitCodeOfItsOwn : public ::testing::TestWithParam<std::uint32_t> {};
+
+TEST_P(ExitCodeOfItsOwn, IsNoCrash) {
+    EXPECT_FALSE(isCrash(GetParam()));
+}
+
+INSTANTIATE_TEST_SUITE_P(, ExitCodeOfItsOwn,
+                         ::testing::Values(0U, 1U, 3U, 255U, 0x7FFFFFFFU, 0xFFFFFFFFU,
+                                           0xFFFFFF00U));
+
+class ExitCodeOfACrash : public ::testing::TestWithParam<std::uint32_t> {};
+
+TEST_P(ExitCodeOfACrash, IsACrash) {
+    EXPECT_TRUE(isCrash(GetParam()));
+}
+
+// A signal; a breakpoint, an access violation, a C++ exception, a failed fast.
+INSTANTIATE_TEST_SUITE_P(, ExitCodeOfACrash,
+                         ::testing::Values(kCrash + 11, 0x80000003U, 0xC0000005U, 0xE06D7363U,
+                                           0xC0000409U));
 
 TEST(ProcessRunnerOfATool, RunsInAFolderWithBlanksInItsName) {
     const LogCapture log;

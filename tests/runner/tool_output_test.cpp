@@ -37,6 +37,18 @@ TEST(ToolOutput, LeavesOutTheRoomThatIsNotKept) {
     EXPECT_EQ(output.text(), "textx");
 }
 
+TEST(ToolOutput, LosesWhatIsTakenOffItsFront) {
+    ToolOutput output;
+    append(output, "some text");
+    output.dropFront(5);
+    EXPECT_EQ(output.text(), "text");
+    append(output, " more");
+    output.dropFront(0);
+    EXPECT_EQ(output.text(), "text more");
+    output.dropFront(9);
+    EXPECT_EQ(output.text(), "");
+}
+
 TEST(ToolOutput, IsEmptyAgainWhenItIsCleared) {
     ToolOutput output;
     append(output, "before");

@@ -35,6 +35,7 @@ struct Photo {
     std::string name;
     bool isReadable;
     bool isRaising;  ///< its reading ends in an exception
+    int number;
 };
 
 Photo makePhoto(const std::filesystem::path& folder, int number) {
@@ -42,7 +43,7 @@ Photo makePhoto(const std::filesystem::path& folder, int number) {
     const int kind = number % 10;
     const std::string name =
         "photo-" + std::to_string(number) + "-" + (kind < 3 ? kKinds[kind] : "readable") + ".nef";
-    return {folder / name, name, kind > 1, kind == 1};
+    return {folder / name, name, kind > 1, kind == 1, number};
 }
 
 /// One call about one photo: false when its result is impossible.
@@ -114,6 +115,17 @@ bool readsPreview(const Photo& photo) {
     return photo.isReadable || photo.isRaising ? isTaken && payload == photo.name : !isTaken;
 }
 
+// A list of neighbours, forwards or backwards.
+bool readsAhead(const Photo& photo) {
+    constexpr int kLongest = 60;
+    std::vector<std::filesystem::path> files;
+    for (int i = 0; i < photo.number % kLongest; ++i) {
+        const int number = photo.number + (photo.number % 2 == 0 ? i : kFiles - i);
+        files.push_back(makePhoto(photo.file.parent_path(), number % kFiles).file);
+    }
+    return readAhead(files) <= files.size();
+}
+
 bool knowsCropFactor(const Photo&) {
     return getCropFactor("Canon ", "PowerShot S100") == 6.44F;
 }
@@ -136,6 +148,7 @@ constexpr NamedCall kCalls[] = {
     {"no TIFF raw", knowsNoTiffRaw},
     {"tags", readsTags},
     {"tags", readsTags},
+    {"reading ahead", readsAhead},
     {"bytes", readsBytes},
     {"preview", readsPreview},
     {"crop factor", knowsCropFactor},

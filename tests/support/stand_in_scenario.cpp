@@ -26,8 +26,9 @@ void waitForGate(const fs::path& directory, const std::string& gate) {
     }
 }
 
-// Writes what the rule says to both outputs, as often as it says.
-bool writeOutputs(const fs::path& directory, const Json& rule) {
+// Writes what the rule says to both outputs, as often as it says; standard output to `capture`
+// where there is one.
+bool writeOutputs(const fs::path& directory, const Json& rule, std::string* capture) {
     const std::string error = rule.value("error", "");
     if (!error.empty()) {
         platform::write(2, readFile(directory / error));
@@ -35,7 +36,9 @@ bool writeOutputs(const fs::path& directory, const Json& rule) {
     const std::string output = rule.value("output", "");
     const std::string bytes = output.empty() ? std::string() : readFile(directory / output);
     for (int i = 0; i < rule.value("repeat", 1); ++i) {
-        if (!platform::write(1, bytes)) {
+        if (capture != nullptr) {
+            *capture += bytes;
+        } else if (!platform::write(1, bytes)) {
             return false;
         }
     }
@@ -71,9 +74,9 @@ void record(const fs::path& directory, const std::string& kind, const std::strin
     test_support::renameSharedFile(unfinished, directory / "record" / name.data());
 }
 
-int playRule(const fs::path& directory, const Json& rule) {
+int playRule(const fs::path& directory, const Json& rule, std::string* capture) {
     waitForGate(directory, rule.value("gate", ""));
-    writeOutputs(directory, rule);
+    writeOutputs(directory, rule, capture);
     if (rule.value("echoInput", false)) {
         echoInput();
     }

@@ -22,8 +22,10 @@ using Json = nlohmann::json;
 void record(const std::filesystem::path& directory, const std::string& kind,
             const std::string& bytes);
 
-/// Does what a rule says, and returns its exit code.
-int playRule(const std::filesystem::path& directory, const Json& rule);
+/// Does what a rule says, and returns its exit code. What it says for standard output goes there,
+/// or behind `capture` when there is one.
+int playRule(const std::filesystem::path& directory, const Json& rule,
+             std::string* capture = nullptr);
 
 /// The tool that is started once and then reads requests from standard input.
 int playLongLived(const std::filesystem::path& directory);

@@ -145,6 +145,11 @@ void ToolDirectory::answerMetadata(std::string_view printAll, std::string_view s
     answer({"pr"}, {.output = std::string(summary)}, file);
 }
 
+void ToolDirectory::knowReadCall() {
+    scenario_->json["knowsReadCall"] = true;
+    writeScenario();
+}
+
 void ToolDirectory::answerRequest(std::string_view part, const RequestAnswer& answer) {
     Json rule = scenario_->rule(answer.answer);
     rule["contains"] = part;

@@ -85,6 +85,9 @@ public:
     /// The answers to the two runs that read a file's metadata.
     void answerMetadata(std::string_view printAll, std::string_view summary = "",
                         const std::filesystem::path& file = {});
+    /// From now on the tool knows the call that reads many files (--read), for which it answers as
+    /// the ordinary runs do. A rule for the call itself comes first.
+    void knowReadCall();
     /// Requests that contain `part` get this answer; the first rule that fits counts. Others get
     /// "{ready}" alone.
     void answerRequest(std::string_view part, const RequestAnswer& answer);
