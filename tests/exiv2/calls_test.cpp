@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include <string_view>
 
+#include "exiv2/libexiv2.h"
 #include "exiv2/tool_fixture.h"
 #include "support/current_directory.h"
 #include "support/read_file.h"
@@ -9,7 +10,6 @@ namespace exiv2_tool {
 namespace {
 
 using ::testing::HasSubstr;
-using ::testing::MatchesRegex;
 using ::testing::StartsWith;
 
 namespace fs = std::filesystem;
@@ -28,7 +28,7 @@ TEST_F(Calls, TellTheVersionOfLibexiv2First) {
     const ProgramResult result = call({"--version"});
 
     EXPECT_EQ(result.exitCode, 0);
-    EXPECT_THAT(result.output, MatchesRegex("exiv2 0\\.[0-9]+\\.[0-9.]+\n(.*\n)*.*"));
+    EXPECT_THAT(result.output, StartsWith(std::string("exiv2 ") + Exiv2::version() + "\n"));
     EXPECT_THAT(result.output, HasSubstr("exiv2_wrapper"));
     EXPECT_THAT(result.output, HasSubstr("GPL-2.0-or-later"));
 }

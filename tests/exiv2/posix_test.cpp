@@ -11,8 +11,6 @@
 namespace exiv2_tool {
 namespace {
 
-using ::testing::HasSubstr;
-
 namespace fs = std::filesystem;
 
 class PosixCalls : public ToolTest {

@@ -13,7 +13,6 @@ namespace exiv2_tool {
 namespace {
 
 namespace fs = std::filesystem;
-using test_support::readFile;
 
 std::vector<std::string> sortedLines(const std::string& text) {
     std::vector<std::string> lines;
