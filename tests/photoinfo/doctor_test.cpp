@@ -16,6 +16,7 @@ protected:
         tool.answer({"--version"}, {.output = "exiv2 0.27.6\nand more\n"});
         tool.answerMetadata("Exif.Image.Model  Ascii  6  probe\n");
         tool.answer({"-ep"}, {.output = "8 8 0 0 0 0\nbytes"});
+        tool.knowReadCall();
     }
     static void letWork(ToolDirectory& exiftool) {
         exiftool.answerRequest("-ExifToolVersion",
@@ -47,6 +48,7 @@ TEST_F(PhotoinfoDoctor, FindsNothingWrongWithAGoodToolDirectory) {
                   report({"exiv2.exe           ok: found", "exiv2 starts        ok: exiv2 0.27.6",
                           "exiv2 reads         ok: the metadata of a photo",
                           "exiv2 previews      ok: the preview call is known",
+                          "exiv2 reads ahead   ok: many photos by one run",
                           "exiftool.exe        ok: found", "exiftool stays      ok: exiftool 12.57",
                           "exiftool reads      ok: the tags of a photo",
                           "exiftool copies     ok: metadata into an image"}),
@@ -67,6 +69,28 @@ TEST_F(PhotoinfoDoctor, WarnsOfAToolWithoutThePreviewCall) {
               std::string::npos);
 }
 
+// A list is read without the call too, so nothing is wrong.
+TEST_F(PhotoinfoDoctor, TellsOfAToolThatReadsPhotoByPhoto) {
+    tool.answer({"--read"}, {.output = "another answer", .exitCode = 255});
+    letExiv2Work();
+    ToolDirectory exiftool("exiftool.exe", tool);
+    letWork(exiftool);
+
+    const ProgramResult result = doctor();
+
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_NE(result.output.find("  exiv2 reads ahead   missing: a run for each photo; the "
+                                 "exiv2.exe of this project reads many by one\n"),
+              std::string::npos);
+}
+
+TEST_F(PhotoinfoDoctor, SeesAnAnswerAboutManyPhotosThatIsNone) {
+    tool.answer({"--read"}, {.output = "0 0 100 0 0\ntorn"});
+    letExiv2Work();
+
+    EXPECT_NE(doctor().output.find("  exiv2 reads ahead   missing"), std::string::npos);
+}
+
 // An editor can do without previews, so what else is wrong counts, wherever it stands.
 TEST_F(PhotoinfoDoctor, EndsWithWhatIsWorseThanNoPreviewCall) {
     tool.answer({"-ep"}, {.exitCode = 1});
@@ -85,6 +109,7 @@ TEST_F(PhotoinfoDoctor, MissesBothTools) {
                                                              "  exiv2 starts        not tried\n"
                                                              "  exiv2 reads         not tried\n"
                                                              "  exiv2 previews      not tried\n"
+                                                             "  exiv2 reads ahead   not tried\n"
                                                              "  exiftool.exe        missing\n"
                                                              "  exiftool stays      not tried\n"
                                                              "  exiftool reads      not tried\n"
@@ -148,10 +173,10 @@ TEST_F(PhotoinfoDoctor, WritesJson) {
     const Json document = Json::parse(result.output);
     EXPECT_EQ(result.exitCode, 5);
     EXPECT_EQ(document.at("tools"), Json(shown(tool.path())));
-    EXPECT_EQ(document.at("checks").size(), 8U);
+    EXPECT_EQ(document.at("checks").size(), 9U);
     EXPECT_EQ(document.at("checks").at(1),
               (Json{{"check", "exiv2 starts"}, {"state", "ok"}, {"detail", "exiv2 0.27.6"}}));
-    EXPECT_EQ(document.at("checks").at(4),
+    EXPECT_EQ(document.at("checks").at(5),
               (Json{{"check", "exiftool.exe"}, {"state", "missing"}, {"detail", nullptr}}));
 }
 

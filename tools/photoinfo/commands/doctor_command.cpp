@@ -12,6 +12,7 @@
 #include "photoinfo/tool/child_process.h"
 #include "photoinfo/tool/exiftool_tool.h"
 #include "photoinfo/tool/preview_call.h"
+#include "photoinfo/tool/read_ahead.h"
 
 namespace photoinfo {
 
@@ -29,7 +30,8 @@ bool isFile(const fs::path& file) {
 
 // The tool says more behind the first line.
 std::string versionOf(const fs::path& exiv2) {
-    const std::string text = platform::outputOf(exiv2, "--version").value_or("");
+    const std::string text =
+        platform::outputOf(exiv2, {fs::path("--version").native()}).value_or("");
     return text.substr(0, text.find_first_of("\r\n"));
 }
 
@@ -81,6 +83,16 @@ private:
         add("exiv2 previews", ExitCode::previewCall, preview,
             isSpoken    ? "the preview call is known"
             : isReading ? "the preview call is not known; the exiv2 companion knows it"
+                        : "");
+        examineReadingAhead(isReading, program);
+    }
+
+    // Lists are read without it too, file by file.
+    void examineReadingAhead(bool isReading, const fs::path& program) {
+        const bool isKnown = isReading && knowsReadCall(program, probe_.file());
+        add("exiv2 reads ahead", ExitCode::success, isKnown ? ok : (isReading ? missing : notTried),
+            isKnown     ? "many photos by one run"
+            : isReading ? "a run for each photo; the exiv2.exe of this project reads many by one"
                         : "");
     }
 
