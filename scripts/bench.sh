@@ -9,7 +9,8 @@
 # BENCHMARK: names of programs in benchmarks/, without "_benchmark"; all of them by default. The
 # environment variable PHOTO names another photo than the sample, EXIV2_WRAPPER_BENCH_BUILD another
 # build folder than build/release, LARGE_HOST_GIGABYTES the size of the large host (4),
-# EXIV2_WRAPPER_PHOTOS a folder of real photos to parse and to scan.
+# EXIV2_WRAPPER_PHOTOS a folder of real photos to parse and to scan, EXIV2_TOOL another exiv2.exe that
+# reads many files by one run than the one of this project.
 # Run as root, or as a user who may use sudo, on a Debian machine: it installs what is missing.
 set -euo pipefail
 
@@ -19,7 +20,7 @@ source "$root/scripts/lib/packages.sh"
 
 readonly build=${EXIV2_WRAPPER_BENCH_BUILD:-$root/build/release}
 readonly all=(uncached large_host parser memory cached names exiftool exiftool_answer preview process
-    scan)
+    scan read_ahead)
 readonly results=$build/benchmarks/results
 export VESK_LOG=off
 export EXIV2_WRAPPER_PHOTOS=${EXIV2_WRAPPER_PHOTOS:-$root/../shared/photos}
