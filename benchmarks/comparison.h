@@ -3,6 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -76,8 +77,14 @@ void compare(benchmark::State& state, const Row& row, int calls, const Ours& our
         [&] { return nanosecondsOf(calls, reference); });
 }
 
+/// `times`, or 1 where a brief run is wanted.
+inline int iterations(int times) {
+    return std::getenv("EXIV2_WRAPPER_BENCH_BRIEF") == nullptr ? times : 1;
+}
+
 }  // namespace benchmarks
 
-/// Registers a function as the benchmark of one row, measured so many times.
+/// Registers a function as the benchmark of one row, measured so many times: once, where the
+/// environment variable EXIV2_WRAPPER_BENCH_BRIEF only wants to see that it runs.
 #define BENCHMARK_ROW(function, what, times) \
-    BENCHMARK(function)->Name(what)->Iterations(times)->UseManualTime()
+    BENCHMARK(function)->Name(what)->Iterations(benchmarks::iterations(times))->UseManualTime()

@@ -1,9 +1,9 @@
-#include <fstream>
-#include <iterator>
+#include <cstddef>
+#include <filesystem>
 #include <string>
 #include <vector>
 
-#include "bare_run.h"
+#include "bare_tool.h"
 #include "comparison.h"
 #include "exiv2_wrapper/exiv2_wrapper.h"
 #include "tool_folder.h"
@@ -16,51 +16,46 @@ using namespace benchmarks;
 
 namespace fs = std::filesystem;
 
-const std::string& stockTool() {
-    static const std::string tool = findProgram("exiv2");
-    return tool;
-}
-
 // A photo without metadata makes a tool fail, which is its answer.
 void runTwice(const std::string& tool, const fs::path& photo) {
-    std::string output;
-    runBare({tool, "-PXEkycv", "-q", photo}, output);
-    runBare({tool, "pr", photo}, output);
+    runBare({tool, "-PXEkycv", "-q", photo});
+    runBare({tool, "pr", photo});
 }
 
 // Both read the same photo, from the system's memory.
 void compareTwoRuns(benchmark::State& state, const fs::path& photo) {
     compare(
         state, {.reference = "by the stock tool", .atMost = 0.3}, 1,
-        [&] { runTwice(OUR_EXIV2, photo); }, [&] { runTwice(stockTool(), photo); });
+        [&] { runTwice(OUR_EXIV2, photo); }, [&] { runTwice(EXIV2, photo); });
 }
 
 void sample(benchmark::State& state) {
     compareTwoRuns(state, SAMPLE_PHOTO);
 }
 
-fs::path realPhoto() {
-    fs::path photo = fs::path(environmentOr("EXIV2_WRAPPER_PHOTOS", "")) / "Canon1DmkIII.jpg";
-    if (!fs::exists(photo)) {
-        giveUp("no " + photo.string());
+// One of the real photos; the sample where they aren't.
+fs::path realPhoto(const std::string& name) {
+    for (const fs::path& photo : photos()) {
+        if (photo.filename() == name) {
+            return photo;
+        }
     }
-    return photo;
+    return SAMPLE_PHOTO;
 }
 
 void canon(benchmark::State& state) {
-    compareTwoRuns(state, realPhoto());
+    compareTwoRuns(state, realPhoto("Canon1DmkIII.jpg"));
 }
 
 // The program with its libraries, without a photo.
 void start(benchmark::State& state) {
-    std::string output;
     compare(
         state, {.reference = "of the stock tool"}, 1,
-        [&] {
-            runBare({OUR_EXIV2, "--version"}, output);
+        [] {
+            runBare({OUR_EXIV2, "--version"});
         },
-        [&] {
-            runBare({stockTool(), "--version"}, output);
+        [] {
+            runBare({EXIV2, "--version"});
         });
 }
 
@@ -69,7 +64,7 @@ class LargeRawFile {
 public:
     LargeRawFile() {
         constexpr std::uintmax_t kSize = 30'000'000;
-        fs::copy_file(realPhoto().parent_path() / "Nikon.nef", path());
+        fs::copy_file(realPhoto("Nikon.nef"), path());
         fs::resize_file(path(), kSize);
     }
     [[nodiscard]] fs::path path() const { return folder_.path() / "large.nef"; }
@@ -80,73 +75,53 @@ private:
 
 void largeRawFile(benchmark::State& state) {
     static const LargeRawFile file;
-    std::string output;
     compare(
         state, {.reference = "by the stock tool", .atMost = 0.3}, 1,
-        [&] {
-            runBare({OUR_EXIV2, "-PXEkycv", "-q", file.path()}, output);
+        [] {
+            runBare({OUR_EXIV2, "-PXEkycv", "-q", file.path()});
         },
-        [&] {
-            runBare({stockTool(), "-PXEkycv", "-q", file.path()}, output);
+        [] {
+            runBare({EXIV2, "-PXEkycv", "-q", file.path()});
         });
 }
 
-/// Our tool as the library's, with photos of its own for the cache.
-ToolFolder& ourFolder() {
-    static ToolFolder folder(OUR_EXIV2, "exiv2.exe", kMorePhotosThanAreKept);
-    static const bool isReady = exiv2_wp::initialize(folder.path());
-    if (!isReady) {
-        giveUp("our exiv2.exe doesn't run");
-    }
-    return folder;
-}
-
-void uncachedSummary(benchmark::State& state) {
-    compare(
-        state, {.reference = "two bare runs of the stock tool", .atMost = 0.33}, 1,
-        [] { readSummary(ourFolder().nextPhoto()); },
-        [] { runTwice(stockTool(), ourFolder().nextPhoto()); });
-}
-
-/// 300 links to the real photos' copies.
-struct ScannedFolder {
-    static constexpr std::size_t kPhotos = 300;
-
-    ScannedFolder() {
-        fs::create_directory(folder);
-        std::vector<fs::path> originals;
-        for (const auto& entry : fs::directory_iterator(realPhoto().parent_path())) {
-            if (entry.path().extension() != ".md") {
-                originals.push_back(entry.path());
-            }
-        }
-        for (std::size_t i = 0; i < kPhotos; ++i) {
-            const fs::path& original = originals[i % originals.size()];
-            photos.push_back(folder / (std::to_string(i) + '-' + original.filename().string()));
-            fs::copy_file(original, photos.back());
+/// Our tool as the library's, and photos of which each is forgotten before its next turn.
+class OurFolder {
+public:
+    OurFolder() {
+        if (!exiv2_wp::initialize(folder_.path())) {
+            giveUp("our exiv2.exe doesn't run");
         }
     }
+    [[nodiscard]] const fs::path& nextPhoto() { return photos_[next_++ % photos_.size()]; }
 
-    ToolFolder tool{OUR_EXIV2, "exiv2.exe"};
-    fs::path folder = tool.path() / "photos";
-    std::vector<fs::path> photos;
+private:
+    ToolFolder folder_{OUR_EXIV2, "exiv2.exe"};
+    std::vector<fs::path> photos_ = folder_.makePhotos(512, {SAMPLE_PHOTO});
+    std::size_t next_ = 0;
 };
 
+void uncachedSummary(benchmark::State& state) {
+    static OurFolder folder;
+    compare(
+        state, {.reference = "two bare runs of the stock tool", .atMost = 0.33}, 1,
+        [] { readSummary(folder.nextPhoto()); }, [] { runTwice(EXIV2, folder.nextPhoto()); });
+}
+
 void scan(benchmark::State& state) {
-    static const ScannedFolder scanned;
+    static const ToolFolder folder(OUR_EXIV2, "exiv2.exe");
+    static const std::vector<fs::path> scanned = folder.makePhotos(300, photos());
     compare(
         state, {.reference = "a loop of the stock tool's two runs", .timesFaster = 5}, 1,
         [] {
-            std::string output;
-            if (!runBare({PHOTOINFO, "scan", "--jobs", "2", "--tools", scanned.tool.path(),
-                          scanned.folder},
-                         output)) {
+            if (runBare({PHOTOINFO, "scan", "--jobs", "2", "--tools", folder.path(), folder.path()})
+                    .empty()) {
                 giveUp("photoinfo scan fails");
             }
         },
         [] {
-            for (const fs::path& photo : scanned.photos) {
-                runTwice(stockTool(), photo);
+            for (const fs::path& photo : scanned) {
+                runTwice(EXIV2, photo);
             }
         });
 }

@@ -1,31 +1,29 @@
 #include <cstddef>
-#include <future>
+#include <filesystem>
 #include <iostream>
 #include <vector>
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
 
-// long_list TOOLS PHOTO...: one line a photo, as a list in the editor shows them. Each question
-// waits for two tool runs, so several are asked at the same time.
+// long_list TOOLS PHOTO...: one line a photo, as a list in the editor shows them. The list is read
+// ahead as far as it goes at a time, so that the questions about those photos wait for no tool.
 int main(int argc, char** argv) {
     if (argc < 3 || !exiv2_wp::initialize(argv[1])) {
         return 2;
     }
-    const std::vector<const char*> photos(argv + 2, argv + argc);
-    constexpr std::size_t kAtATime = 4;
-    for (std::size_t first = 0; first < photos.size(); first += kAtATime) {
-        std::vector<std::future<exiv2_wp::exivBatchValue>> answers;
-        for (std::size_t i = first; i < photos.size() && i < first + kAtATime; ++i) {
-            answers.push_back(std::async(
-                std::launch::async, [photo = photos[i]] { return exiv2_wp::readExiv2Win(photo); }));
-        }
-        for (std::future<exiv2_wp::exivBatchValue>& answer : answers) {
-            const exiv2_wp::exivBatchValue values = answer.get();
+    std::vector<std::filesystem::path> photos(argv + 2, argv + argc);
+    while (!photos.empty()) {
+        // A photo that can't be read ahead is asked about all the same, and the list goes on.
+        const std::size_t known = exiv2_wp::readAhead(photos);
+        const auto rest = photos.begin() + static_cast<std::ptrdiff_t>(known > 0 ? known : 1);
+        for (auto photo = photos.begin(); photo != rest; ++photo) {
+            const exiv2_wp::exivBatchValue values = exiv2_wp::readExiv2Win(*photo);
             // What a photo doesn't tell is null.
             std::cout << (values.dateTimeOriginal ? *values.dateTimeOriginal : "no date")
                       << ", ISO ";
             values.isoSpeedRatings ? std::cout << *values.isoSpeedRatings : std::cout << "unknown";
             std::cout << '\n';
         }
+        photos.erase(photos.begin(), rest);
     }
 }

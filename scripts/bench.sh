@@ -3,12 +3,13 @@
 # reference and its value, their ratio, the target, and whether it is met. Medians all; whatever is
 # compared was measured by turns in one run. A quiet machine gives the truest ratios.
 #
-#   scripts/bench.sh [BENCHMARK...]
+#   scripts/bench.sh [--brief] [BENCHMARK...]
 #
+# --brief takes every measure once, which shows that the benchmarks run and nothing else.
 # BENCHMARK: names of programs in benchmarks/, without "_benchmark"; all of them by default. The
 # environment variable EXIV2_WRAPPER_PHOTOS names a folder of real photos to parse and to scan,
 # LARGE_HOST_GIGABYTES the size of the large host (4), EXIV2_WRAPPER_BENCH_BUILD another build folder
-# than build/bench.
+# than build/bench, EXIV2_TOOL another exiv2.exe than this project's that reads many files by one run.
 # Run as root, or as a user who may use sudo, on a Debian machine: it installs what is missing.
 set -euo pipefail
 
@@ -27,6 +28,7 @@ readonly all=(
     preview
     process
     exiv2_tool
+    read_ahead
 )
 readonly results=$build/benchmarks/results
 export VESK_LOG=off
@@ -58,6 +60,10 @@ run() {
 }
 
 install_missing "${packages_build[@]}" "${packages_tools[@]}" "${packages_benchmarks[@]}"
+if [[ ${1:-} == --brief ]]; then
+    shift
+    export EXIV2_WRAPPER_BENCH_BRIEF=yes LARGE_HOST_GIGABYTES=1
+fi
 if (($# == 0)); then
     set -- "${all[@]}"
 fi

@@ -20,8 +20,8 @@ shift || true
 if (($#)); then
     fuzzers=("$@")
 else
-    fuzzers=(exiftool_answer image_metadata lens_range numbers preview print_all quoting raw_tags read_call
-        single_tag summary)
+    fuzzers=(exiftool_answer image_metadata lens_range numbers preview print_all quoting raw_tags
+        read_call single_tag summary)
 fi
 
 build() {

@@ -18,6 +18,7 @@ protected:
                             "Lens name       : A probe lens\nSubject distance: 0.959176\n");
         tool.answer({"--key"}, {.output = "Exif.Photo.FNumber 00 00 00 08 00 00 00 01\n"});
         tool.answer({"-ep"}, {.output = "8 8 0 0 0 0\nbytes"});
+        tool.knowReadCall();
     }
     static void letWork(ToolDirectory& exiftool) {
         exiftool.answerRequest("-ExifToolVersion",
@@ -53,6 +54,7 @@ TEST_F(PhotoinfoDoctor, FindsNothingWrongWithAGoodToolDirectory) {
                     "exiv2 tag bytes     ok: exactly the tag's",
                     "exiv2 distances     ok: in metres", "exiv2 file names    ok: of any alphabet",
                     "exiv2 previews      ok: the preview call is known",
+                    "exiv2 reads ahead   ok: many photos by one run",
                     "exiftool.exe        ok: found", "exiftool stays      ok: exiftool 12.57",
                     "exiftool is quiet   ok", "exiftool reads      ok: the tags of a photo",
                     "exiftool copies     ok: metadata into an image"}),
@@ -96,6 +98,28 @@ TEST_F(PhotoinfoDoctor, WarnsOfAToolWithoutThePreviewCall) {
               std::string::npos);
 }
 
+// A list is read without the call too, so nothing is wrong.
+TEST_F(PhotoinfoDoctor, TellsOfAToolThatReadsPhotoByPhoto) {
+    tool.answer({"--read"}, {.output = "another answer", .exitCode = 255});
+    letExiv2Work();
+    ToolDirectory exiftool("exiftool.exe", tool);
+    letWork(exiftool);
+
+    const ProgramResult result = doctor();
+
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_NE(result.output.find("  exiv2 reads ahead   missing: a run for each photo; the "
+                                 "exiv2.exe of this project reads many by one\n"),
+              std::string::npos);
+}
+
+TEST_F(PhotoinfoDoctor, SeesAnAnswerAboutManyPhotosThatIsNone) {
+    tool.answer({"--read"}, {.output = "0 0 100 0 0\ntorn"});
+    letExiv2Work();
+
+    EXPECT_NE(doctor().output.find("  exiv2 reads ahead   missing"), std::string::npos);
+}
+
 // An editor can do without previews, so what else is wrong counts, wherever it stands.
 TEST_F(PhotoinfoDoctor, EndsWithWhatIsWorseThanNoPreviewCall) {
     tool.answer({"-ep"}, {.exitCode = 1});
@@ -118,6 +142,7 @@ TEST_F(PhotoinfoDoctor, MissesBothTools) {
                                                              "  exiv2 distances     not tried\n"
                                                              "  exiv2 file names    not tried\n"
                                                              "  exiv2 previews      not tried\n"
+                                                             "  exiv2 reads ahead   not tried\n"
                                                              "  exiftool.exe        missing\n"
                                                              "  exiftool stays      not tried\n"
                                                              "  exiftool is quiet   not tried\n"
@@ -204,10 +229,10 @@ TEST_F(PhotoinfoDoctor, WritesJson) {
     const Json document = Json::parse(result.output);
     EXPECT_EQ(result.exitCode, 5);
     EXPECT_EQ(document.at("tools"), Json(shown(tool.path())));
-    EXPECT_EQ(document.at("checks").size(), 13U);
+    EXPECT_EQ(document.at("checks").size(), 14U);
     EXPECT_EQ(document.at("checks").at(1),
               (Json{{"check", "exiv2 starts"}, {"state", "ok"}, {"detail", "exiv2 0.27.6"}}));
-    EXPECT_EQ(document.at("checks").at(8),
+    EXPECT_EQ(document.at("checks").at(9),
               (Json{{"check", "exiftool.exe"}, {"state", "missing"}, {"detail", nullptr}}));
 }
 

@@ -270,5 +270,40 @@ TEST_F(PhotoinfoSummary, ShowsTheLogAndTheMessagesOfTheToolWhenAsked) {
     EXPECT_NE(error.find("a warning\n"), std::string::npos) << error;
 }
 
+// ---- several photos
+
+class SeveralPhotos : public PhotoinfoTest, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(SeveralPhotos, AreReadByOneRunOfAToolThatCan) {
+    tool.knowReadCall();
+    tool.answerMetadata("Exif.Image.Orientation  Short  1  6\nXmp.dc.title  LangAlt  1  A\n");
+    const fs::path first = tool.makeFile("a.jpg");
+    const fs::path second = tool.makeFile("b.jpg");
+
+    const ProgramResult result =
+        photoinfo({native(GetParam()), first.native(), (tool.path() / "missing.jpg").native(),
+                   second.native()});
+
+    EXPECT_EQ(result.exitCode, 4);
+    EXPECT_NE(result.output.find(shown(second)), std::string::npos);
+    EXPECT_NE(result.error.find("missing.jpg: no such file"), std::string::npos);
+    const std::vector<Arguments> expected = {{native("--version")},
+                                             {native("--read"), first.native(), second.native()}};
+    EXPECT_EQ(tool.calls(), expected);
+}
+
+TEST_P(SeveralPhotos, AreNotReadAheadWhenThereIsOne) {
+    tool.knowReadCall();
+    tool.answerMetadata("Exif.Image.Orientation  Short  1  6\n");
+
+    EXPECT_EQ(photoinfo({native(GetParam()), tool.makeFile("a.jpg").native()}).exitCode, 0);
+
+    EXPECT_EQ(tool.countCalls("--read"), 0U);
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, SeveralPhotos,
+                         ::testing::Values("summary", "info", "batch", "orientation", "xmp"),
+                         [](const auto& row) { return std::string(row.param); });
+
 }  // namespace
 }  // namespace test_support

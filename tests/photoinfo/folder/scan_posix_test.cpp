@@ -153,7 +153,7 @@ TEST_F(PhotoinfoScanOnPosix, StopsAtCtrlCWithWhatItHas) {
     tool.answer({"-PXEkycv"}, {.gate = "never"}, second);
     const ForegroundProgram program(words("scan"), output, error);
 
-    constexpr std::size_t kUntilTheSecondPhoto = 4;
+    constexpr std::size_t kUntilTheSecondPhoto = 5;
     ASSERT_TRUE(tool.waitForCalls(kUntilTheSecondPhoto));
     program.pressCtrlC();
 
@@ -161,6 +161,27 @@ TEST_F(PhotoinfoScanOnPosix, StopsAtCtrlCWithWhatItHas) {
     EXPECT_EQ(readFile(error), "photoinfo: stopped after 1 of 3 photos\n");
     EXPECT_NE(readFile(output).find(first.native() + "  A"), std::string::npos);
     EXPECT_EQ(readFile(output).find(second), std::string::npos);
+}
+
+// The portion under way is lost, those before it are shown.
+TEST_F(PhotoinfoScanOnPosix, StopsAtCtrlCInTheMiddleOfAPortion) {
+    constexpr int kPortion = 20;
+    for (int i = 0; i < kPortion; ++i) {
+        (void)photos.makeFile("a" + std::to_string(i) + ".jpg");
+    }
+    const fs::path hanging = photos.makeFile("b.jpg");
+    tool.answer({"-PXEkycv"}, {.gate = "go"}, hanging);
+    tool.answerMetadata(kPrintAll);
+    tool.knowReadCall();
+    const ForegroundProgram program(words("scan"), output, error);
+
+    constexpr std::size_t kUntilTheSecondPortion = 4;
+    ASSERT_TRUE(tool.waitForCalls(kUntilTheSecondPortion));
+    program.pressCtrlC();
+    tool.openGate("go");  // the photo that the run stopped at is read by itself
+
+    EXPECT_EQ(program.wait(), 130);
+    EXPECT_EQ(readFile(error), "photoinfo: stopped after 20 of 21 photos\n");
 }
 
 TEST_F(PhotoinfoScanOnPosix, WritesNoReportAfterCtrlC) {

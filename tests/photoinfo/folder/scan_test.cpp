@@ -134,6 +134,53 @@ TEST_F(PhotoinfoScan, GoesIntoFoldersAndSorts) {
     EXPECT_EQ(scannedFiles({native("--jobs"), native("1")}), expected);
 }
 
+// ---- by a tool that reads many photos by one run
+
+TEST_F(PhotoinfoScan, ReadsAPortionOfThePhotosByOneRun) {
+    tool.knowReadCall();
+    tool.answerMetadata(kPrintAll);
+    constexpr int kPhotos = 45;
+    for (int i = 0; i < kPhotos; ++i) {
+        (void)makePhoto(std::to_string(i) + ".jpg");
+    }
+
+    EXPECT_EQ(scannedFiles({native("--jobs"), native("1")}).size(), std::size_t{kPhotos});
+
+    EXPECT_EQ(tool.countCalls("--read"), 1U + 3U);  // the first finds out whether it can
+    EXPECT_EQ(tool.countCalls("-PXEkycv"), 0U);
+    EXPECT_EQ(tool.countCalls("pr"), 0U);
+}
+
+TEST_F(PhotoinfoScan, SaysTheSameWhetherItReadsAheadOrNot) {
+    tool.answerMetadata("", "", makePhoto("b.jpg"));
+    tool.answer({"-PXEkycv"}, {.exitCode = 253}, makePhoto("c.nef"));
+    tool.answer({"pr"}, {.output = "Lens name:"}, makePhoto("d.jpg"));
+    for (const char* const name : {"a.jpg", "B.JPEG", "e.jpg", "f.jpg"}) {
+        (void)makePhoto(name);
+    }
+    tool.answerMetadata(kPrintAll, "Lens name       : A lens\n");
+    const ProgramResult ordinary = scan({native("--json")});
+
+    tool.knowReadCall();
+
+    EXPECT_EQ(scan({native("--json")}), ordinary);
+    EXPECT_EQ(ordinary.exitCode, 4);
+    EXPECT_NE(ordinary.error.find("d.jpg: exiv2 describes it in a way"), std::string::npos);
+}
+
+TEST_F(PhotoinfoScan, AsksAToolThatReadsPhotoByPhotoOnce) {
+    tool.answerMetadata(kPrintAll);
+    constexpr int kPhotos = 50;
+    for (int i = 0; i < kPhotos; ++i) {
+        (void)makePhoto(std::to_string(i) + ".jpg");
+    }
+
+    EXPECT_EQ(scan().exitCode, 0);
+
+    EXPECT_EQ(tool.countCalls("--read"), 1U);
+    EXPECT_EQ(tool.countCalls("-PXEkycv"), std::size_t{kPhotos});
+}
+
 TEST_F(PhotoinfoScan, DoesNotTakeAFolderForAPhoto) {
     (void)makePhoto(fs::path("album.jpg/a.jpg").make_preferred());
 
@@ -160,8 +207,8 @@ TEST_F(PhotoinfoScan, AsksAboutAsManyPhotosAtATimeAsToldTo) {
         return scan({native("--jobs"), native("2")});
     });
 
-    constexpr std::size_t kVersionAndBoth = 3;
-    EXPECT_TRUE(tool.waitForCalls(kVersionAndBoth));
+    constexpr std::size_t kBeforeBoth = 2;  // the version, and whether it reads many by one run
+    EXPECT_TRUE(tool.waitForCalls(kBeforeBoth + 2));
     tool.openGate("both");
     EXPECT_EQ(result.get().exitCode, 0);
 }

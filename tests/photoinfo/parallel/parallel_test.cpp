@@ -6,6 +6,7 @@
 #include <atomic>
 #include <stdexcept>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "photoinfo/folder/interrupt.h"
@@ -90,6 +91,50 @@ TEST(WorkInParallel, WaitsForWhatIsUnderWayWhenAnotherJobFails) {
     EXPECT_THROW(workInParallel(2, 2, interrupt, work), std::runtime_error);
 
     EXPECT_TRUE(hasEnded);
+}
+
+// ---- portions
+
+using Portions = std::vector<std::pair<std::size_t, std::size_t>>;
+
+TEST(PreparedWork, IsPreparedAPortionAtATime) {
+    Portions portions;
+    std::size_t worked = 0;
+    Interrupt interrupt;
+
+    workInParallel(
+        7, 1, interrupt,
+        [&](std::size_t index) {
+            EXPECT_EQ(index, worked++);
+            EXPECT_LT(index, portions.back().second);
+        },
+        {3, [&](std::size_t begin, std::size_t end) { portions.emplace_back(begin, end); }});
+
+    EXPECT_EQ(portions, (Portions{{0, 3}, {3, 6}, {6, 7}}));
+    EXPECT_EQ(worked, 7U);
+}
+
+TEST(PreparedWork, StopsAtAnExceptionInTheMiddleOfAPortion) {
+    std::size_t calls = 0;
+    Interrupt interrupt;
+    const auto work = [&](std::size_t index) {
+        ++calls;
+        if (index == 1) {
+            throw std::runtime_error("a photo that is none");
+        }
+    };
+
+    EXPECT_THROW(workInParallel(1000, 1, interrupt, work, {10}), std::runtime_error);
+
+    EXPECT_EQ(calls, 2U);
+}
+
+TEST(PreparedWork, IsNotBegunWhenThePreparationFails) {
+    Interrupt interrupt;
+    const auto fail = [](std::size_t, std::size_t) { throw std::runtime_error("no memory"); };
+
+    EXPECT_THROW(workInParallel(10, 2, interrupt, [](std::size_t) { FAIL(); }, {5, fail}),
+                 std::runtime_error);
 }
 
 }  // namespace

@@ -17,6 +17,7 @@
 #include "photoinfo/tool/child_process.h"
 #include "photoinfo/tool/exiv_reader.h"
 #include "photoinfo/tool/preview_call.h"
+#include "photoinfo/tool/read_ahead.h"
 
 namespace photoinfo {
 
@@ -37,7 +38,8 @@ bool isFile(const fs::path& file) {
 
 // The tool says more behind the first line.
 std::string versionOf(const fs::path& exiv2) {
-    const std::string text = platform::outputOf(exiv2, "--version").value_or("");
+    const std::string text =
+        platform::outputOf(exiv2, {fs::path("--version").native()}).value_or("");
     return text.substr(0, text.find_first_of("\r\n"));
 }
 
@@ -123,6 +125,7 @@ private:
         add("exiv2 reads", ExitCode::exiv2, stateOf(isStarted, isReading),
             isReading ? "the metadata of a photo" : "");
         examinePromises(isReading);
+        examineReadingAhead(isReading, program);
     }
 
     // What the stock tool doesn't do right: an editor can live with that, but should know it.
@@ -137,6 +140,15 @@ private:
                 "of any alphabet");
         promise("exiv2 previews", isReading, isReading && speaksPreviewCall(probe_),
                 "the preview call is known", ExitCode::previewCall);
+    }
+
+    // Lists are read without it too, file by file.
+    void examineReadingAhead(bool isReading, const fs::path& program) {
+        const bool isKnown = isReading && knowsReadCall(program, probe_.file());
+        add("exiv2 reads ahead", ExitCode::success, isKnown ? ok : (isReading ? missing : notTried),
+            isKnown     ? "many photos by one run"
+            : isReading ? "a run for each photo; the exiv2.exe of this project reads many by one"
+                        : "");
     }
 
     void examineExiftool() {

@@ -1,5 +1,6 @@
 #include "photoinfo/commands/files_command.h"
 
+#include <algorithm>
 #include <iostream>
 #include <stdexcept>
 
@@ -7,6 +8,7 @@
 #include "photoinfo/messages.h"
 #include "photoinfo/show/text.h"
 #include "photoinfo/tool/exiv2_tool.h"
+#include "photoinfo/tool/read_ahead.h"
 
 namespace photoinfo {
 
@@ -27,8 +29,11 @@ CLI::App* FilesCommand::addTo(CLI::App& program) {
 ExitCode FilesCommand::run(const SharedOptions& options) {
     checkOptions();
     startTool(options);
-    for (const std::string& file : files_) {
-        take(answerAbout(file));
+    for (std::size_t i = 0; i < files_.size(); ++i) {
+        if (tool_ == Tool::exiv2 && files_.size() > 1 && i % kReadAheadPortion == 0) {
+            readAheadFrom(i);
+        }
+        take(answerAbout(files_[i]));
     }
     if (isJson_) {
         writeJson(std::cout, document_);
@@ -42,6 +47,15 @@ void FilesCommand::startTool(const SharedOptions& options) {
     } else {
         exiftool_.emplace(options.toolDirectory);
     }
+}
+
+void FilesCommand::readAheadFrom(std::size_t index) const {
+    std::vector<std::filesystem::path> files;
+    const std::size_t end = std::min(index + kReadAheadPortion, files_.size());
+    for (; index < end; ++index) {
+        files.push_back(filePathOf(files_[index]));
+    }
+    readAhead(files);
 }
 
 FilesCommand::Answer FilesCommand::answerAbout(const std::string& argument) {

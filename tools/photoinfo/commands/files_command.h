@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -64,6 +65,7 @@ private:
     };
 
     void startTool(const SharedOptions& options);
+    void readAheadFrom(std::size_t index) const;
     Answer answerAbout(const std::string& argument);
     void take(const Answer& answer);
     void show(const Answer& answer);

@@ -13,6 +13,8 @@
 #include "photoinfo/messages.h"
 #include "photoinfo/platform.h"
 #include "photoinfo/tool/exiv2_tool.h"
+#include "photoinfo/tool/probe_photo.h"
+#include "photoinfo/tool/read_ahead.h"
 
 namespace photoinfo {
 
@@ -24,6 +26,13 @@ constexpr std::size_t kMostJobs = 256;
 
 std::size_t coreCount() {
     return std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, kMostJobs);
+}
+
+// Enough for all jobs to have work, and together no more than the library keeps.
+std::size_t portionOf(std::size_t photos, std::size_t jobs) {
+    constexpr std::size_t kKeptPhotos = 160;
+    const std::size_t share = std::min((photos + jobs - 1) / jobs, kKeptPhotos / jobs);
+    return std::clamp<std::size_t>(share, 1, kReadAheadPortion);
 }
 
 void requireFolder(const std::string& argument) {
@@ -76,7 +85,8 @@ void FolderScan::addOptions(CLI::App& app) {
 
 void FolderScan::begin(const SharedOptions& options) {
     requireFolder(folder_);
-    startExiv2(options.toolDirectory);
+    toolDirectory_ = options.toolDirectory;
+    startExiv2(toolDirectory_);
     interrupt_.emplace();
     found_ = findPhotos(filePathOf(folder_), takesAll_, [this] { return isInterrupted(); });
 }
@@ -84,8 +94,22 @@ void FolderScan::begin(const SharedOptions& options) {
 void FolderScan::askAll(const Question& alsoAsk) {
     photos_.resize(found_.photos.size());
     refuseDoubles();
-    workInParallel(photos_.size(), jobs_ > 0 ? jobs_ : coreCount(), *interrupt_,
-                   [&](std::size_t index) { answer(index, alsoAsk); });
+    const std::size_t jobs = jobs_ > 0 ? jobs_ : coreCount();
+    Preparation preparation;
+    if (photos_.size() > 1 && readsAhead()) {
+        preparation = {portionOf(photos_.size(), jobs),
+                       [this](std::size_t begin, std::size_t end) { readAheadOf(begin, end); }};
+    }
+    workInParallel(
+        photos_.size(), jobs, *interrupt_, [&](std::size_t index) { answer(index, alsoAsk); },
+        preparation);
+}
+
+// By a tool that reads photo by photo nothing would be gained, and a portion would be lost at
+// Ctrl-C. Where nobody has named the tool's folder, only the library knows it.
+bool FolderScan::readsAhead() const {
+    return toolDirectory_.empty() ||
+           knowsReadCall(platform::pathOf(toolDirectory_) / "exiv2.exe", ProbePhoto().file());
 }
 
 // The library takes both for one file, as Windows does; the second would get the first's answer.
@@ -99,6 +123,16 @@ void FolderScan::refuseDoubles() {
                           "differs only in letter case from " + found_.photos[other->second].name};
         }
     }
+}
+
+void FolderScan::readAheadOf(std::size_t begin, std::size_t end) const {
+    std::vector<fs::path> files;
+    for (; begin < end; ++begin) {
+        if (!photos_[begin]) {
+            files.push_back(found_.photos[begin].path);
+        }
+    }
+    readAhead(files);
 }
 
 void FolderScan::answer(std::size_t index, const Question& alsoAsk) {

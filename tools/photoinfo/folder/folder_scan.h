@@ -52,10 +52,13 @@ public:
     [[nodiscard]] const std::string& folder() const { return folder_; }
 
 private:
+    [[nodiscard]] bool readsAhead() const;
+    void readAheadOf(std::size_t begin, std::size_t end) const;
     void answer(std::size_t index, const Question& alsoAsk);
     void refuseDoubles();
 
     std::string folder_;
+    std::string toolDirectory_;
     bool takesAll_ = false;
     std::size_t jobs_ = 0;
     std::optional<Interrupt> interrupt_;

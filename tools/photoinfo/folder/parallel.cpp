@@ -1,9 +1,11 @@
 #include "photoinfo/folder/parallel.h"
 
+#include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <exception>
 #include <mutex>
+#include <optional>
 #include <system_error>
 #include <thread>
 #include <vector>
@@ -21,8 +23,8 @@ constexpr std::chrono::milliseconds kPause(100);
 class Workers {
 public:
     Workers(std::size_t count, const Interrupt& interrupt,
-            const std::function<void(std::size_t)>& work)
-        : count_(count), interrupt_(interrupt), work_(work) {}
+            const std::function<void(std::size_t)>& work, const Preparation& preparation)
+        : count_(count), interrupt_(interrupt), work_(work), preparation_(preparation) {}
     Workers(const Workers&) = delete;
     Workers& operator=(const Workers&) = delete;
     ~Workers() {
@@ -62,47 +64,70 @@ public:
     }
 
 private:
+    struct Portion {
+        std::size_t begin = 0;
+        std::size_t end = 0;
+    };
+
     void run() {
-        std::size_t index = 0;
-        while (take(index)) {
-            std::exception_ptr error;
-            try {
-                work_(index);
-            } catch (...) {
-                error = std::current_exception();
-            }
-            giveBack(error);
+        while (const std::optional<Portion> portion = take()) {
+            giveBack(workOff(*portion));
         }
     }
 
-    bool take(std::size_t& index) {
+    std::optional<Portion> take() {
         const std::lock_guard lock(mutex_);
         if (isOver()) {
-            return false;
+            return std::nullopt;
         }
-        index = next_++;
+        const std::size_t begin = next_;
+        next_ += std::min(preparation_.portion, count_ - begin);
         ++underWay_;
-        return true;
+        return Portion{begin, next_};
+    }
+
+    std::exception_ptr workOff(const Portion& portion) {
+        try {
+            if (preparation_.prepare) {
+                preparation_.prepare(portion.begin, portion.end);
+            }
+            for (std::size_t i = portion.begin; i < portion.end && mayGoOn(); ++i) {
+                work_(i);
+                countDone();
+            }
+        } catch (...) {
+            return std::current_exception();
+        }
+        return nullptr;
+    }
+
+    [[nodiscard]] bool mayGoOn() {
+        const std::lock_guard lock(mutex_);
+        return !isStopped();
+    }
+
+    void countDone() {
+        const std::lock_guard lock(mutex_);
+        ++done_;
     }
 
     void giveBack(const std::exception_ptr& error) {
         const std::lock_guard lock(mutex_);
         --underWay_;
-        ++done_;
         error_ = error_ ? error_ : error;
         if (underWay_ == 0 && isOver()) {
             ended_.notify_one();
         }
     }
 
-    // Under the mutex.
-    [[nodiscard]] bool isOver() const {
-        return next_ == count_ || error_ || interrupt_.isRequested();
-    }
+    // Under the mutex, both.
+    [[nodiscard]] bool isOver() const { return next_ == count_ || isStopped(); }
+    [[nodiscard]] bool isStopped() const { return error_ || interrupt_.isRequested(); }
 
     std::size_t count_;
     const Interrupt& interrupt_;
     const std::function<void(std::size_t)>& work_;
+    const Preparation& preparation_;
     std::mutex mutex_;
     std::condition_variable ended_;
     std::size_t next_ = 0;  // guarded by mutex_, as are the next three
@@ -115,9 +140,9 @@ private:
 }  // namespace
 
 void workInParallel(std::size_t count, std::size_t jobs, Interrupt& interrupt,
-                    const std::function<void(std::size_t)>& work) {
+                    const std::function<void(std::size_t)>& work, const Preparation& preparation) {
     ProgressBar bar(count);
-    Workers workers(count, interrupt, work);
+    Workers workers(count, interrupt, work, preparation);
     workers.start(jobs < count ? jobs : count);
     std::size_t done = 0;
     while (!workers.hasEnded(done)) {

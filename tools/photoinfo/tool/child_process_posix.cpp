@@ -33,9 +33,13 @@ private:
     int value_;
 };
 
-std::optional<pid_t> start(const std::string& program, std::string argument, int output) {
-    std::string name = program;
-    const std::array<char*, 3> arguments = {name.data(), argument.data(), nullptr};
+std::optional<pid_t> start(const std::string& program, std::vector<std::string> words, int output) {
+    words.insert(words.begin(), program);
+    std::vector<char*> arguments;
+    for (std::string& word : words) {
+        arguments.push_back(word.data());
+    }
+    arguments.push_back(nullptr);
     posix_spawn_file_actions_t actions;
     if (::posix_spawn_file_actions_init(&actions) != 0) {
         return std::nullopt;
@@ -74,14 +78,14 @@ bool endsWell(pid_t child) {
 }  // namespace
 
 std::optional<std::string> outputOf(const std::filesystem::path& program,
-                                    const std::string& argument) {
+                                    const std::vector<std::string>& arguments) {
     std::array<int, 2> ends{};
     if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
         return std::nullopt;
     }
     const Descriptor readEnd(ends[0]);
     Descriptor writeEnd(ends[1]);
-    const std::optional<pid_t> child = start(program.native(), argument, writeEnd.get());
+    const std::optional<pid_t> child = start(program.native(), arguments, writeEnd.get());
     writeEnd.close();
     if (!child) {
         return std::nullopt;

@@ -17,9 +17,12 @@ struct CloseHandleOf {
 using Handle = std::unique_ptr<std::remove_pointer_t<HANDLE>, CloseHandleOf>;
 
 // Without a window of its own. Null when it can't be started.
-Handle start(const std::filesystem::path& program, const std::string& argument, HANDLE output) {
-    std::wstring commandLine =
-        L"\"" + program.native() + L"\" " + std::wstring(argument.begin(), argument.end());
+Handle start(const std::filesystem::path& program, const std::vector<std::wstring>& arguments,
+             HANDLE output) {
+    std::wstring commandLine = L"\"" + program.native() + L"\"";
+    for (const std::wstring& argument : arguments) {
+        commandLine += L" \"" + argument + L"\"";
+    }
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESTDHANDLES;
@@ -57,7 +60,7 @@ bool endsWell(HANDLE child) {
 }  // namespace
 
 std::optional<std::string> outputOf(const std::filesystem::path& program,
-                                    const std::string& argument) {
+                                    const std::vector<std::wstring>& arguments) {
     HANDLE read = nullptr;
     HANDLE write = nullptr;
     if (CreatePipe(&read, &write, nullptr, 0) == 0) {
@@ -66,7 +69,7 @@ std::optional<std::string> outputOf(const std::filesystem::path& program,
     const Handle readEnd(read);
     Handle writeEnd(write);
     SetHandleInformation(write, HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT);
-    const Handle child = start(program, argument, write);
+    const Handle child = start(program, arguments, write);
     writeEnd.reset();
     if (!child) {
         return std::nullopt;
