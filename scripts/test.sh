@@ -98,19 +98,21 @@ step_native() {
     workflow debug
 }
 
-# The analysis sees a file as a build by Clang compiles it. The large headers of the command-line
-# tools are read once, by a file that includes all of their sources: that file alone is not ours.
-# Paths through the code are searched in the library; in the tools that has never found anything.
+# The analysis sees a file as a build by Clang compiles it. photoinfo's large headers are read once,
+# by a file that includes all of its sources: that file alone is not ours. Paths through the code are
+# searched everywhere else; in photoinfo that has never found anything.
 step_analysis() {
     install_missing "${packages_build[@]}" "${packages_analysis[@]}"
     local tidy=(xargs --max-procs="$jobs" --max-args=1 clang-tidy --quiet)
+    scripts/libexiv2.sh windows
     cmake --preset analysis
     cmake --preset analysis-windows
-    find build/analysis build/analysis-windows -name 'unity_*.cxx' -path '*/tools/*' |
-        grep -v analysis-windows |
-        "${tidy[@]}" -p build/analysis --checks=-clang-analyzer-*,-bugprone-suspicious-include \
-            --header-filter='/tools/.*\.(h|cpp)$'
-    tracked 'exiv2_wrapper/*.cpp' 'host/*.cpp' 'tools/*_posix.cpp' | grep -v '_win32\.cpp$' |
+    {
+        find build/analysis/tools/photoinfo -name 'unity_*.cxx'
+        tracked 'tools/photoinfo/*_posix.cpp'
+    } | "${tidy[@]}" -p build/analysis --checks=-clang-analyzer-*,-bugprone-suspicious-include \
+        --header-filter='/tools/.*\.(h|cpp)$'
+    tracked 'exiv2_wrapper/*.cpp' 'host/*.cpp' 'tools/exiv2/*.cpp' | grep -v '_win32\.cpp$' |
         "${tidy[@]}" -p build/analysis
     tracked 'exiv2_wrapper/*_win32.cpp' 'host/*_win32.cpp' 'tools/*_win32.cpp' |
         "${tidy[@]}" -p build/analysis-windows
@@ -160,6 +162,7 @@ step_wine() {
         "${packages_windows[@]}"
     command -v npm >/dev/null || install_missing npm
     scripts/fetch_windows_exiftool.sh
+    scripts/libexiv2.sh windows
     record_printouts
     start_wine
     EXIV2_WRAPPER_PRINTOUTS=Z:$EXIV2_WRAPPER_PRINTOUTS workflow mingw
