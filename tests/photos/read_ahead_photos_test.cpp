@@ -6,6 +6,7 @@
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
 #include "exiv2_wrapper/model/metadata_cache.h"
+#include "exiv2_wrapper/runner/read_call.h"
 #include "model/cache_filler.h"
 #include "model/record_text.h"
 #include "support/log_capture.h"
@@ -79,6 +80,7 @@ TEST_F(RealPhotosReadAhead, HaveTheRecordsAndLogLinesOfTheOrdinaryRuns) {
         test_support::fillCache();
         log.clear();
         EXPECT_EQ(readAhead(files), files.size());
+        EXPECT_FALSE(internal::isReadCallRefused());
         EXPECT_EQ(log.lines(), lines);
         EXPECT_EQ(recordTexts(), records);
         EXPECT_EQ(log.lines(), lines);
