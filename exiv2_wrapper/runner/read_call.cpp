@@ -115,7 +115,9 @@ PartState takePart(std::string_view& output, std::uint64_t position, FilePart& p
     if (lineEnd == std::string_view::npos) {
         return canBecomeLine(output) ? PartState::unfinished : PartState::malformed;
     }
-    const std::optional<Numbers> numbers = parseLine(output.substr(0, lineEnd));
+    // However the output arrives: a line that was too long to wait for is too long as a whole, too.
+    const std::optional<Numbers> numbers =
+        lineEnd < kLongestLine ? parseLine(output.substr(0, lineEnd)) : std::nullopt;
     if (!numbers || numbers->front() != position) {
         return PartState::malformed;
     }

@@ -56,7 +56,7 @@ LiteralParts literalTakeParts(std::string output, std::size_t files) {
             return result;
         }
         const std::vector<std::uint64_t> numbers = numbersOf(output.substr(0, end));
-        if (numbers.empty() || numbers[0] != result.parts.size()) {
+        if (end >= kLongestLine || numbers.empty() || numbers[0] != result.parts.size()) {
             result.isMalformed = true;
             return result;
         }

@@ -36,6 +36,7 @@ private:
 std::optional<pid_t> start(const std::string& program, std::vector<std::string> words, int output) {
     words.insert(words.begin(), program);
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (std::string& word : words) {
         arguments.push_back(word.data());
     }
