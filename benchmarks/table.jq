@@ -27,8 +27,10 @@ def row:
          else $ratio | hundredths end),
         (if .at_most > 0 then "at most \(.at_most | hundredths) times"
          elif .times_faster > 0 then "\(.times_faster | hundredths) times faster"
-         else "at most \(.limit | value($unit))" end),
-        (if (.at_most > 0 and $ratio > .at_most)
+         elif .limit > 0 then "at most \(.limit | value($unit))"
+         else "" end),
+        (if .at_most + .times_faster + .limit == 0 then ""
+         elif (.at_most > 0 and $ratio > .at_most)
             or (.times_faster > 0 and 1 / $ratio < .times_faster)
             or (.limit > 0 and .ours > .limit) then "NOT MET" else "met" end)
       ];

@@ -9,6 +9,7 @@
 #include "faults/photo_on_memory_platform.h"
 #include "support/case_name.h"
 #include "support/log_capture.h"
+#include "support/tool_directory.h"
 
 /// Memory runs out at every allocation that a call makes, one after the other.
 namespace exiv2_wp {
@@ -19,11 +20,7 @@ using test_support::freshFile;
 using test_support::LogCapture;
 using test_support::memoryPlatform;
 using test_support::runsOutOfMemory;
-
-std::string utf8(const std::filesystem::path& path) {
-    const std::u8string text = path.u8string();
-    return {text.begin(), text.end()};
-}
+using test_support::utf8;
 
 /// A call of the library, whose result is a text that it makes without allocations of its own that
 /// could fail.

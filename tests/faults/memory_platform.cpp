@@ -283,6 +283,17 @@ namespace {
 
 constexpr ErrorCode kError = test_support::MemoryPlatform::kError;
 
+// A step that fails, or else does its work.
+template <typename Work>
+ErrorCode take(const char* step, const Work& work) {
+    Access access;
+    if (access.fails(step)) {
+        return kError;
+    }
+    work(access);
+    return 0;
+}
+
 }  // namespace
 
 void closeHandle(std::intptr_t handle) {
@@ -294,12 +305,7 @@ void closeProcess(std::intptr_t process, std::intptr_t) {
 }
 
 ErrorCode makePipe(Pipe& pipe) {
-    Access access;
-    if (access.fails("make pipe")) {
-        return kError;
-    }
-    access.makePipe(pipe);
-    return 0;
+    return take("make pipe", [&](Access& access) { access.makePipe(pipe); });
 }
 
 ErrorCode keepFromChildren(const Handle&) {
@@ -308,12 +314,7 @@ ErrorCode keepFromChildren(const Handle&) {
 
 ErrorCode startRun(const std::filesystem::path&, std::span<const NativeString> arguments,
                    const Handle& output, Process& process) {
-    Access access;
-    if (access.fails("start run")) {
-        return kError;
-    }
-    access.startRun(arguments, output, process);
-    return 0;
+    return take("start run", [&](Access& access) { access.startRun(arguments, output, process); });
 }
 
 std::size_t readSome(const Handle& readEnd, std::span<char> buffer) {
@@ -342,21 +343,12 @@ ErrorCode writeAll(const Handle& writeEnd, std::string_view bytes) {
 
 ErrorCode startService(const std::filesystem::path&, std::string_view, const Handle& input,
                        const Handle& output, Service& service) {
-    Access access;
-    if (access.fails("start service")) {
-        return kError;
-    }
-    access.startService(input, output, service);
-    return 0;
+    return take("start service",
+                [&](Access& access) { access.startService(input, output, service); });
 }
 
 ErrorCode createJob(Service& service) {
-    Access access;
-    if (access.fails("create job")) {
-        return kError;
-    }
-    access.createJob(service);
-    return 0;
+    return take("create job", [&](Access& access) { access.createJob(service); });
 }
 
 ErrorCode killJobWithHost(const Service&) {
@@ -370,12 +362,8 @@ ErrorCode assignToJob(const Service&) {
 void settleService(Service&) {}
 
 ErrorCode countActiveProcesses(const Service&, std::uint32_t& count) {
-    Access access;
-    if (access.fails("count processes")) {
-        return kError;
-    }
-    count = access.isServiceAlive() ? 1 : 0;
-    return 0;
+    return take("count processes",
+                [&](Access& access) { count = access.isServiceAlive() ? 1 : 0; });
 }
 
 void awaitQuit(Service& service) {

@@ -7,10 +7,13 @@
 #include <string_view>
 
 #include "exiv2_wrapper/model/print_all_parser.h"
+#include "model/lens_id_keys.h"
 #include "support/case_name.h"
 
 namespace exiv2_wp::internal {
 namespace {
+
+using test_support::kLensIdKeys;
 
 CliExifMetadata parse(std::string_view output) {
     CliExifMetadata record;
@@ -65,20 +68,6 @@ TEST(DerivedFNumber, StaysUnknownWithoutAKey) {
         parse("Exif.Photo.ApertureValue Rational 1 4/1\nexif.photo.fnumber Rational 1 4/1").fNumber,
         -1.0F);
 }
-
-constexpr const char* kLensIdKeys[] = {
-    "Exif.CanonCs.LensType",      "Exif.Photo.LensModel",
-    "Exif.Canon.LensModel",       "Exif.NikonLd1.LensIDNumber",
-    "Exif.NikonLd2.LensIDNumber", "Exif.NikonLd3.LensIDNumber",
-    "Exif.NikonLd4.LensID",       "Exif.NikonLd4.LensIDNumber",
-    "Exif.Pentax.LensType",       "Exif.PentaxDng.LensType",
-    "Exif.Minolta.LensID",        "Exif.SonyMinolta.LensID",
-    "Exif.Sony1.LensID",          "Exif.Sony2.LensID",
-    "Exif.Sony1.LensSpec",        "Exif.Sony2.LensSpec",
-    "Exif.OlympusEq.LensType",    "Exif.Panasonic.LensType",
-    "Exif.Samsung2.LensType",     "Exif.Photo.LensSpecification",
-    "Exif.Nikon3.Lens",
-};
 
 TEST(DerivedLensId, ComesFromTheFirstOfItsKeysWhateverTheOrderOfTheLines) {
     for (std::size_t first = 0; first < std::size(kLensIdKeys); ++first) {

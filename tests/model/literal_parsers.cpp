@@ -8,6 +8,7 @@
 #include <sstream>
 #include <vector>
 
+#include "model/lens_id_keys.h"
 #include "text/literal_text.h"
 
 namespace test_support {
@@ -98,28 +99,7 @@ void setFNumber(CliExifMetadata& record) {
 }
 
 void setLensId(CliExifMetadata& record) {
-    for (const char* const name : {"CanonCs.LensType",
-                                   "Photo.LensModel",
-                                   "Canon.LensModel",
-                                   "NikonLd1.LensIDNumber",
-                                   "NikonLd2.LensIDNumber",
-                                   "NikonLd3.LensIDNumber",
-                                   "NikonLd4.LensID",
-                                   "NikonLd4.LensIDNumber",
-                                   "Pentax.LensType",
-                                   "PentaxDng.LensType",
-                                   "Minolta.LensID",
-                                   "SonyMinolta.LensID",
-                                   "Sony1.LensID",
-                                   "Sony2.LensID",
-                                   "Sony1.LensSpec",
-                                   "Sony2.LensSpec",
-                                   "OlympusEq.LensType",
-                                   "Panasonic.LensType",
-                                   "Samsung2.LensType",
-                                   "Photo.LensSpecification",
-                                   "Nikon3.Lens"}) {
-        const std::string key = "Exif." + std::string(name);
+    for (const std::string key : kLensIdKeys) {
         const auto tag = record.tags.find(key);
         if (tag == record.tags.end() || tag->second.integers.empty()) {
             continue;

@@ -61,8 +61,7 @@ protected:
 
 /// A path as photoinfo shows it.
 inline std::string shown(const std::filesystem::path& path) {
-    const std::u8string text = path.u8string();
-    return {text.begin(), text.end()};
+    return utf8(path);
 }
 
 /// The document of a command that was asked about one file, and what it wrote beside that.

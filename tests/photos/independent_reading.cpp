@@ -3,12 +3,12 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <regex>
 #include <utility>
 #include <vector>
 
 #include "photos/print_out.h"
+#include "text/literal_text.h"
 
 namespace test_support {
 
@@ -46,10 +46,8 @@ void readReal(const PrintedEntry* entry, float& field) {
         field = static_cast<float>(quotient<double>(rationals.front()));
     } else if (const auto integers = integersOf(entry); !integers.empty()) {
         field = static_cast<float>(integers.front());
-    } else if (entry != nullptr) {
-        char* end = nullptr;
-        const double value = std::strtod(entry->value.c_str(), &end);
-        field = end == entry->value.c_str() ? field : static_cast<float>(value);
+    } else if (const auto value = literalDouble(entry == nullptr ? "" : entry->value)) {
+        field = static_cast<float>(*value);
     }
 }
 
@@ -172,7 +170,7 @@ exiv2_wp::SExivMetadataInfo readIndependently(const std::string& printAll) {
                             "Exif.Photo.OffsetTimeDigitized", "Exif.Image.TimeZoneOffset"}));
     if (const PrintedEntry* const rating =
             findFirst(entries, {"Xmp.xmp.Rating", "Exif.Image.Rating"})) {
-        info.rating = std::strtof(rating->value.c_str(), nullptr);
+        info.rating = literalFloat(rating->value).value_or(0.0F);
     }
     return info;
 }

@@ -1,46 +1,31 @@
 #include "photos/print_out.h"
 
-#include <cctype>
 #include <cstddef>
 #include <sstream>
+
+#include "text/literal_text.h"
 
 namespace test_support {
 
 namespace {
 
-std::string lower(std::string text) {
-    for (char& c : text) {
-        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    }
-    return text;
-}
-
 bool isRational(const std::string& type) {
     return type == "Rational" || type == "SRational";
-}
-
-bool readWhole(const std::string& word, std::int64_t& number) {
-    const std::size_t digits = word.starts_with('+') || word.starts_with('-') ? 1 : 0;
-    if (digits == word.size() || word.find_first_not_of("0123456789", digits) != word.npos) {
-        return false;
-    }
-    number = std::stoll(word);
-    return true;
 }
 
 void readNumbers(PrintedEntry& entry) {
     std::istringstream words(entry.value);
     for (std::string word; words >> word;) {
-        std::int64_t first = 0;
-        std::int64_t second = 0;
         const std::size_t slash = word.find('/');
+        const auto first = literalInteger(word.substr(0, slash));
         if (!isRational(entry.type)) {
-            if (readWhole(word, first)) {
-                entry.integers.push_back(first);
+            if (first && slash == word.npos) {
+                entry.integers.push_back(*first);
             }
-        } else if (slash != word.npos && readWhole(word.substr(0, slash), first) &&
-                   readWhole(word.substr(slash + 1), second)) {
-            entry.rationals.emplace_back(first, second);
+        } else if (first && slash != word.npos) {
+            if (const auto second = literalInteger(word.substr(slash + 1))) {
+                entry.rationals.emplace_back(*first, *second);
+            }
         }
     }
 }
@@ -67,7 +52,7 @@ PrintedEntries readPrintOut(const std::string& printAll) {
 }
 
 bool isMakerNoteBlob(const std::string& key, const PrintedEntry& entry) {
-    const std::string name = lower(key);
+    const std::string name = literalLower(key);
     return name == "exif.photo.makernote" || name == "exif.image.makernote" ||
            (name.find(".makernote") != name.npos && entry.type == "Undefined");
 }

@@ -3,16 +3,20 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cmath>
+#include <cstdint>
 #include <optional>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
+#include "model/lens_id_keys.h"
 #include "photos/print_out.h"
 #include "photos/real_exiv2.h"
+#include "support/fields.h"
 #include "support/photo_list.h"
 #include "support/skip_or_fail.h"
+#include "text/literal_text.h"
 
 // The small readers on real photos, against what the tool prints.
 
@@ -20,6 +24,9 @@ namespace exiv2_wp {
 namespace {
 
 namespace fs = std::filesystem;
+using test_support::Fields;
+using test_support::literalDouble;
+using test_support::literalFloat;
 using test_support::printedByExiv2;
 using test_support::PrintedEntries;
 using test_support::PrintedEntry;
@@ -64,9 +71,7 @@ std::optional<double> realOf(const PrintedEntry* entry) {
     if (!entry->integers.empty()) {
         return static_cast<double>(entry->integers.front());
     }
-    char* end = nullptr;
-    const double value = std::strtod(entry->value.c_str(), &end);
-    return end == entry->value.c_str() ? std::nullopt : std::optional(value);
+    return literalDouble(entry->value);
 }
 
 std::optional<std::int64_t> integerOf(const PrintedEntry* entry) {
@@ -77,28 +82,6 @@ std::optional<std::int64_t> integerOf(const PrintedEntry* entry) {
 std::optional<std::string> textOf(const PrintedEntry* entry) {
     return entry == nullptr ? std::nullopt : std::optional(entry->value);
 }
-
-// "name: value" a line; a value that is missing has none.
-class Fields {
-public:
-    template <typename Value>
-    Fields& add(const char* name, const Value& value) {
-        text_ << name << ": " << value << '\n';
-        return *this;
-    }
-    template <typename Value>
-    Fields& add(const char* name, const std::optional<Value>& value) {
-        return value ? add(name, *value) : add(name, "unknown");
-    }
-    template <typename Value>
-    Fields& add(const char* name, const std::unique_ptr<Value>& value) {
-        return value ? add(name, *value) : add(name, "unknown");
-    }
-    [[nodiscard]] std::string text() const { return text_.str(); }
-
-private:
-    std::ostringstream text_;
-};
 
 // ---- orientation and kind
 
@@ -136,19 +119,11 @@ std::string toText(const SLensInfo& lens) {
         .text();
 }
 
-float numberIn(const std::string& text, float fallback) {
-    char* end = nullptr;
-    const float number = std::strtof(text.c_str(), &end);
-    return end == text.c_str() ? fallback : number;
-}
-
 float subjectDistance(const std::string& summary) {
-    const std::string text = summaryValue(summary, "Subject distance");
-    char* end = nullptr;
-    const double step = static_cast<double>(std::strtof(text.c_str(), &end));
-    return end == text.c_str()
-               ? -1.0F
-               : static_cast<float>(std::min(std::pow(10.0, step / 0.4) * 0.01, 10000.0));
+    const auto step = literalFloat(summaryValue(summary, "Subject distance"));
+    return step ? static_cast<float>(
+                      std::min(std::pow(10.0, static_cast<double>(*step) / 0.4) * 0.01, 10000.0))
+                : -1.0F;
 }
 
 float fNumber(const PrintedEntries& entries) {
@@ -164,30 +139,10 @@ float fNumber(const PrintedEntries& entries) {
 }
 
 std::int64_t lensId(const PrintedEntries& entries) {
-    for (const std::string key : {"CanonCs.LensType",
-                                  "Photo.LensModel",
-                                  "Canon.LensModel",
-                                  "NikonLd1.LensIDNumber",
-                                  "NikonLd2.LensIDNumber",
-                                  "NikonLd3.LensIDNumber",
-                                  "NikonLd4.LensID",
-                                  "NikonLd4.LensIDNumber",
-                                  "Pentax.LensType",
-                                  "PentaxDng.LensType",
-                                  "Minolta.LensID",
-                                  "SonyMinolta.LensID",
-                                  "Sony1.LensID",
-                                  "Sony2.LensID",
-                                  "Sony1.LensSpec",
-                                  "Sony2.LensSpec",
-                                  "OlympusEq.LensType",
-                                  "Panasonic.LensType",
-                                  "Samsung2.LensType",
-                                  "Photo.LensSpecification",
-                                  "Nikon3.Lens"}) {
-        const auto entry = entries.find("Exif." + key);
+    for (const std::string key : test_support::kLensIdKeys) {
+        const auto entry = entries.find(key);
         if (entry != entries.end() && !entry->second.integers.empty() &&
-            (entry->second.integers.front() > 0 || key.starts_with("NikonLd4"))) {
+            (entry->second.integers.front() > 0 || key.starts_with("Exif.NikonLd4"))) {
             return entry->second.integers.front();
         }
     }
@@ -203,7 +158,7 @@ TEST_P(PhotoReaders, TellTheLensThatIsPrinted) {
     const std::string summary = printedByExiv2("pr", GetParam());
     SLensInfo lens;
     lens.lensName = summaryValue(summary, "Lens name");
-    lens.focalLength = numberIn(summaryValue(summary, "Focal length"), -1.0F);
+    lens.focalLength = literalFloat(summaryValue(summary, "Focal length")).value_or(-1.0F);
     lens.focalLength35mm = 1.61F * lens.focalLength;
     lens.subjectDistance = subjectDistance(summary);
     lens.fNumber = fNumber(entries);

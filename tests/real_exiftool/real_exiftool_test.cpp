@@ -13,12 +13,13 @@
 #include "exiv2_wrapper/exiv2_wrapper.h"
 #include "real_exiftool/fresh_images.h"
 #include "real_exiftool/real_tool.h"
+#include "support/photo_list.h"
 #include "support/skip_or_fail.h"
 
 namespace exiftool {
 namespace {
 
-using test_support::photos;
+using test_support::listFiles;
 using test_support::realToolFolder;
 using test_support::runRealTool;
 using test_support::TemporaryDirectory;
@@ -53,7 +54,7 @@ std::vector<Tags> printTags(const std::vector<std::filesystem::path>& files) {
 }
 
 const Tags& tagsPrintedFor(const std::filesystem::path& file) {
-    static const std::vector<std::filesystem::path> files = photos();
+    static const std::vector<std::filesystem::path> files = listFiles(PHOTOS);
     static const std::vector<Tags> printed = printTags(files);
     const auto place = std::find(files.begin(), files.end(), file) - files.begin();
     return printed.at(static_cast<std::size_t>(place));
@@ -90,7 +91,7 @@ protected:
 class RealPhoto : public RealExiftool, public ::testing::WithParamInterface<std::filesystem::path> {
 protected:
     void SetUp() override {
-        if (photos().empty()) {
+        if (GetParam().empty()) {
             SKIP_OR_FAIL("the photos are missing");
         }
         RealExiftool::SetUp();
@@ -240,21 +241,10 @@ TEST_P(RealCopy, CarriesMakerNotesByTheSizeRule) {
     EXPECT_EQ(has(2), has(0)) << sourceNotes.output;
 }
 
-std::vector<std::filesystem::path> photosOr(const char* none) {
-    std::vector<std::filesystem::path> files = photos();
-    return files.empty() ? std::vector<std::filesystem::path>{none} : files;
-}
-
-std::string nameOf(const ::testing::TestParamInfo<std::filesystem::path>& testInfo) {
-    std::string name = testInfo.param.filename().string();
-    std::replace_if(
-        name.begin(), name.end(),
-        [](char c) { return std::isalnum(static_cast<unsigned char>(c)) == 0; }, '_');
-    return name;
-}
-
-INSTANTIATE_TEST_SUITE_P(RealExiftool, RealPhoto, ::testing::ValuesIn(photosOr("none")), nameOf);
-INSTANTIATE_TEST_SUITE_P(RealExiftool, RealCopy, ::testing::ValuesIn(photosOr("none")), nameOf);
+INSTANTIATE_TEST_SUITE_P(RealExiftool, RealPhoto, ::testing::ValuesIn(listFiles(PHOTOS)),
+                         test_support::photoName);
+INSTANTIATE_TEST_SUITE_P(RealExiftool, RealCopy, ::testing::ValuesIn(listFiles(PHOTOS)),
+                         test_support::photoName);
 
 }  // namespace
 }  // namespace exiftool

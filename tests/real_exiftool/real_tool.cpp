@@ -1,8 +1,5 @@
 #include "real_exiftool/real_tool.h"
 
-#include <algorithm>
-#include <system_error>
-
 #include "exiftool/host_program.h"
 
 namespace test_support {
@@ -46,23 +43,6 @@ ProgramResult runRealTool(const std::vector<std::string>& arguments) {
     std::erase(result.output, '\r');
     std::erase(result.error, '\r');
     return result;
-}
-
-std::vector<fs::path> photos() {
-    std::vector<fs::path> files;
-    std::error_code error;
-    for (const fs::directory_entry& entry : fs::directory_iterator(PHOTOS, error)) {
-        if (entry.path().extension() != ".md") {
-            files.push_back(entry.path());
-        }
-    }
-    std::sort(files.begin(), files.end());
-    return files;
-}
-
-std::string utf8(const fs::path& path) {
-    const std::u8string text = path.u8string();
-    return {text.begin(), text.end()};
 }
 
 }  // namespace test_support

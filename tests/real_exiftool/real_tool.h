@@ -20,10 +20,4 @@ void copyRealToolTo(const std::filesystem::path& folder);
 /// and error, without carriage returns.
 ProgramResult runRealTool(const std::vector<std::string>& arguments);
 
-/// The camera files that tests read, sorted; empty where the folder is missing.
-std::vector<std::filesystem::path> photos();
-
-/// A path as UTF-8.
-std::string utf8(const std::filesystem::path& path);
-
 }  // namespace test_support

@@ -22,11 +22,6 @@ fs::path fromUtf8(std::string_view text) {
     return {std::u8string(reinterpret_cast<const char8_t*>(text.data()), text.size())};
 }
 
-std::string toUtf8(const fs::path& path) {
-    const std::u8string text = path.u8string();
-    return {reinterpret_cast<const char*>(text.data()), text.size()};
-}
-
 void writeFile(const fs::path& file, std::string_view bytes) {
     std::ofstream(file, std::ios::binary)
         .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
@@ -133,7 +128,7 @@ void ToolDirectory::answer(const std::vector<std::string>& firstArguments, const
     Json rule = scenario_->rule(answer);
     rule["arguments"] = firstArguments;
     if (!file.empty()) {
-        rule["file"] = toUtf8(file);
+        rule["file"] = utf8(file);
     }
     scenario_->json["calls"].push_back(rule);
     writeScenario();
@@ -240,6 +235,11 @@ std::vector<fs::path> ToolDirectory::events(std::string_view kind) const {
     }
     std::sort(found.begin(), found.end());
     return found;
+}
+
+std::string utf8(const fs::path& path) {
+    const std::u8string text = path.u8string();
+    return {reinterpret_cast<const char*>(text.data()), text.size()};
 }
 
 NativeString native(std::string_view ascii) {

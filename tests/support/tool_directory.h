@@ -124,6 +124,9 @@ private:
     std::unique_ptr<Scenario> scenario_;
 };
 
+/// A path as UTF-8.
+std::string utf8(const std::filesystem::path& path);
+
 /// Plain ASCII as a native argument, for comparing with recorded ones.
 NativeString native(std::string_view ascii);
 
