@@ -14,6 +14,9 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 # shellcheck source=scripts/lib/packages.sh
 source "$root/scripts/lib/packages.sh"
 
+# How a caller wants code of ours compiled is not for this.
+unset CFLAGS CXXFLAGS CPPFLAGS LDFLAGS
+
 readonly platform=${1:-}
 readonly work=$root/build/libexiv2
 readonly apt=$work/apt
