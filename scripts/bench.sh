@@ -41,7 +41,8 @@ build() {
     "$root/scripts/libexiv2.sh" native
     if ! {
         cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release \
-            -DEXIV2_WRAPPER_BUILD_TESTS=OFF -DEXIV2_WRAPPER_UNITE_SOURCES=ON &&
+            -DEXIV2_WRAPPER_BUILD_TESTS=OFF -DEXIV2_WRAPPER_BUILD_BENCHMARKS=ON \
+            -DEXIV2_WRAPPER_UNITE_SOURCES=ON &&
             cmake --build "$build" --target "${@/%/_benchmark}"
     } >"$log" 2>&1; then
         cat "$log" >&2

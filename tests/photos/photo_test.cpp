@@ -51,7 +51,7 @@ INSTANTIATE_TEST_SUITE_P(Sample, RealPhoto, ::testing::Values(SAMPLE_PHOTO),
 class BadPhoto : public ::testing::Test {
 protected:
     RealExiv2 tool;
-    const std::vector<std::string> none;
+    const std::vector<std::string> none = {};
 
     void SetUp() override { ASSERT_TRUE(initialize(tool.folder().path())); }
 };
