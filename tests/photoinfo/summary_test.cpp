@@ -5,6 +5,8 @@
 namespace test_support {
 namespace {
 
+namespace fs = std::filesystem;
+
 constexpr auto kWholePhoto =
     "Exif.Image.Make                              Ascii       6  Canon\n"
     "Exif.Image.Model                             Ascii      13  Canon EOS 6D\n"
