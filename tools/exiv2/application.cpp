@@ -57,11 +57,11 @@ int attempt(const Argument& file, const Work& work) {
 /// Writes what `print` appends to its first argument about the photo. What it has appended before
 /// it fails counts, as with the stock tool.
 template <typename Print>
-int answer(const Argument& file, const Print& print) {
+int answer(const Argument& file, Wanted wanted, const Print& print) {
     std::string output;
     output.reserve(kUsualOutput);
     const int code = attempt(file, [&] {
-        const Photo photo(file.native);
+        const Photo photo(file.native, wanted);
         print(output, photo.image());
     });
     return std::max(code, write(output));
@@ -112,26 +112,29 @@ int answerVersion(Arguments /*arguments*/) {
 }
 
 int answerAll(Arguments arguments) {
-    return answer(arguments[2], printAll);
+    return answer(arguments[2], Wanted::everything, printAll);
 }
 
 int answerSummary(Arguments arguments) {
-    return answer(arguments[1], printSummary);
+    return answer(arguments[1], Wanted::exif, printSummary);
 }
 
 int answerKey(Arguments arguments) {
+    const std::string& key = arguments[1].text;
+    const Wanted wanted = key.starts_with("Exif.") ? Wanted::exif : Wanted::everything;
     const auto print = arguments[3].text == "kh" ? printBytes : printInterpreted;
-    return answer(arguments[4], [&](std::string& output, const Exiv2::Image& image) {
-        print(output, image, arguments[1].text);
+    return answer(arguments[4], wanted, [&](std::string& output, const Exiv2::Image& image) {
+        print(output, image, key);
     });
 }
 
 // The format is accepted and left unused: libexiv2 knows a file by its content.
 int answerPreview(Arguments arguments) {
-    return answer(arguments[1], [&](std::string& output, const Exiv2::Image& image) {
-        printPreview(output, image,
-                     std::max(readSize(arguments[2].text), readSize(arguments[3].text)));
-    });
+    return answer(
+        arguments[1], Wanted::everything, [&](std::string& output, const Exiv2::Image& image) {
+            printPreview(output, image,
+                         std::max(readSize(arguments[2].text), readSize(arguments[3].text)));
+        });
 }
 
 /// Writes each file's part before it opens the next file.
