@@ -126,6 +126,7 @@ case $platform in
         exit 2
         ;;
 esac
+install_missing "${packages[@]}"
 if [[ -f $done_file ]]; then
     exit 0
 fi
@@ -136,7 +137,6 @@ if ! command -v apt-get >/dev/null; then
     echo "$target, where CMake then finds it." >&2
     exit 1
 fi
-install_missing "${packages[@]}"
 mkdir -p "$work"
 echo "Making libexiv2 in $target"
 rm -rf "$target" "$work/objects/$platform"

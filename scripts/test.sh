@@ -14,6 +14,8 @@ set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 # shellcheck source=scripts/lib/packages.sh
 source "$root/scripts/lib/packages.sh"
+# shellcheck source=scripts/lib/found_packages.sh
+source "$root/scripts/lib/found_packages.sh"
 cd "$root"
 
 readonly desk=(format scripts native)
@@ -98,21 +100,22 @@ step_native() {
     workflow debug
 }
 
-# The analysis sees a file as a build by Clang compiles it. photoinfo's large headers are read once,
-# by a file that includes all of its sources: that file alone is not ours. Paths through the code are
-# searched everywhere else; in photoinfo that has never found anything.
+# The analysis sees a file as a build by Clang compiles it: the sources of a folder as one, so that
+# large headers are read once. The files that include them aren't ours. Paths through the code are
+# searched everywhere but in photoinfo, where that has never found anything.
 step_analysis() {
     install_missing "${packages_build[@]}" "${packages_analysis[@]}"
-    local tidy=(xargs --max-procs="$jobs" --max-args=1 clang-tidy --quiet)
+    local tidy=(xargs --max-procs="$jobs" --max-args=1 clang-tidy --quiet
+        --header-filter='/(exiv2_wrapper|host|tools)/.*\.(h|cpp)$')
+    local united=-bugprone-suspicious-include
     scripts/libexiv2.sh windows
     cmake --preset analysis
     cmake --preset analysis-windows
-    {
-        find build/analysis/tools/photoinfo -name 'unity_*.cxx'
-        tracked 'tools/photoinfo/*_posix.cpp'
-    } | "${tidy[@]}" -p build/analysis --checks=-clang-analyzer-*,-bugprone-suspicious-include \
-        --header-filter='/tools/.*\.(h|cpp)$'
-    tracked 'exiv2_wrapper/*.cpp' 'host/*.cpp' 'tools/exiv2/*.cpp' | grep -v '_win32\.cpp$' |
+    find build/analysis/tools/photoinfo -name 'unity_*.cxx' |
+        "${tidy[@]}" -p build/analysis --checks="$united,-clang-analyzer-*"
+    find build/analysis/exiv2_wrapper build/analysis/tools/exiv2 -name 'unity_*.cxx' |
+        "${tidy[@]}" -p build/analysis --checks="$united"
+    tracked 'exiv2_wrapper/*_posix.cpp' 'tools/*_posix.cpp' 'host/*.cpp' | grep -v '_win32\.cpp$' |
         "${tidy[@]}" -p build/analysis
     tracked 'exiv2_wrapper/*_win32.cpp' 'host/*_win32.cpp' 'tools/*_win32.cpp' |
         "${tidy[@]}" -p build/analysis-windows
@@ -139,7 +142,7 @@ step_tsan() {
 }
 
 step_fuzzers() {
-    scripts/fuzz.sh 20
+    scripts/fuzz.sh 8
 }
 
 # Wine's first start fills its prefix, which takes longer than a test may; no test should wait for
@@ -200,14 +203,40 @@ watch() {
     done
 }
 
+# check_packages STEP: whether the folders that the step has just configured found nothing but
+# what its scripts installed.
+check_packages() {
+    local cache found packages=()
+    command -v dpkg-query >/dev/null && [[ -e $EXIV2_WRAPPER_ASKED_PACKAGES ]] || return 0
+    mapfile -t packages <"$EXIV2_WRAPPER_ASKED_PACKAGES"
+    for cache in build/*/CMakeCache.txt; do
+        [[ $cache -nt $EXIV2_WRAPPER_ASKED_PACKAGES.begin ]] || continue
+        found=$(found_elsewhere "${cache%/*}" "${packages[@]}")
+        if [[ -n $found ]]; then
+            echo "$1 doesn't install what ${cache%/*} was configured with:"
+            echo "$found"
+            return 1
+        fi
+    done
+}
+
+# perform STEP
+perform() {
+    export EXIV2_WRAPPER_ASKED_PACKAGES=$logs/$1.packages
+    rm -f "$EXIV2_WRAPPER_ASKED_PACKAGES"
+    touch "$EXIV2_WRAPPER_ASKED_PACKAGES.begin"
+    "step_$1"
+    check_packages "$1"
+}
+
 # run STEP: a line when it has passed, its whole output when it hasn't.
 run() {
     local step=$1 log=$logs/$1.log begin=$SECONDS code=0
     mkdir -p "$logs"
     if [[ $verbose == yes ]]; then
-        ("step_$step") </dev/null > >(tee "$log") 2>&1 &
+        (perform "$step") </dev/null > >(tee "$log") 2>&1 &
     else
-        ("step_$step") </dev/null >"$log" 2>&1 &
+        (perform "$step") </dev/null >"$log" 2>&1 &
     fi
     watch "$step" $!
     wait $! || code=$?

@@ -11,7 +11,7 @@ namespace exiv2_wp::internal {
 
 namespace {
 
-constexpr auto kSignature =
+constexpr auto kTagSignature =
     "bool __cdecl exiv2_wp::`anonymous-namespace'::readCliTagValueByPrintFlags(const class "
     "std::filesystem::path &,const char *,const class std::basic_string<char,struct "
     "std::char_traits<char>,class std::allocator<char> > &,class std::basic_string<char,struct "
@@ -25,12 +25,12 @@ bool readCliTagValueByPrintFlags(const std::filesystem::path& file, const char* 
     if (!runExiv2Cli({asciiArgument("--key"), nativeText(key), asciiArgument("--Print"),
                       nativeText(printFlags), file.native()},
                      output)) {
-        logFailure(kSignature, "Exiv2 failed run --key cli command for ", file);
+        logFailure(kTagSignature, "Exiv2 failed run --key cli command for ", file);
         return false;
     }
     std::string_view text = trimmed(output);
     if (text.empty()) {
-        logFailure(kSignature, "Exiv2 empty output.");
+        logFailure(kTagSignature, "Exiv2 empty output.");
         return false;
     }
     if (text.starts_with(key)) {

@@ -10,7 +10,7 @@ namespace exiv2_wp::internal {
 
 namespace {
 
-constexpr auto kSignature =
+constexpr auto kRunSignature =
     "bool __cdecl exiv2_wp::`anonymous-namespace'::runExiv2Cli(const class std::vector<class "
     "std::basic_string<wchar_t,struct std::char_traits<wchar_t>,class std::allocator<wchar_t> "
     ">,class std::allocator<class std::basic_string<wchar_t,struct std::char_traits<wchar_t>,class "
@@ -57,7 +57,7 @@ std::optional<std::uint32_t> runTool(const std::vector<NativeString>& args, Tool
 
 bool isExiv2Known() {
     if (exiv2ExecutablePath.empty()) {
-        logFailure(kSignature, "Valid exiv2 executable not found");
+        logFailure(kRunSignature, "Valid exiv2 executable not found");
         return false;
     }
     return true;

@@ -67,9 +67,13 @@ is_installed() {
 }
 
 # install_missing PACKAGE...: installs those that aren't there; a machine that has all isn't touched.
+# EXIV2_WRAPPER_ASKED_PACKAGES names a file that gets to know what was asked for.
 install_missing() {
     local package
     local missing=()
+    if [[ -n ${EXIV2_WRAPPER_ASKED_PACKAGES:-} ]]; then
+        printf '%s\n' "$@" >>"$EXIV2_WRAPPER_ASKED_PACKAGES"
+    fi
     if ! command -v dpkg-query >/dev/null; then
         echo "This is not Debian; please provide what these packages hold: $*" >&2
         return 0
