@@ -14,6 +14,7 @@
 #include "photoinfo/command.h"
 #include "photoinfo/messages.h"
 #include "photoinfo/platform.h"
+#include "photoinfo/tool/tool_folder.h"
 
 namespace photoinfo {
 
@@ -99,8 +100,8 @@ public:
         program_
             .add_option(
                 "--tools", options_.toolDirectory,
-                "The folder that holds exiv2.exe and exiftool.exe; exiv2.exe may lie beside "
-                "the library instead")
+                "The folder that holds exiv2.exe and exiftool.exe; the folder tools beside the one "
+                "of this program when they lie there. exiv2.exe may lie beside the library instead")
             ->type_name("DIR");
         program_.add_flag("--verbose", isVerbose_,
                           "Show the log of the library and the tools' own messages");
@@ -131,6 +132,9 @@ public:
             // of the tools.
             platform::setEnvironmentDefault("VESK_LOG", "off");
             platform::silenceTools();
+        }
+        if (options_.toolDirectory.empty()) {
+            options_.toolDirectory = usualToolFolder();
         }
         return command->run(options_);
     }

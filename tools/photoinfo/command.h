@@ -10,7 +10,7 @@ namespace photoinfo {
 
 /// What every command is told by the options that they share.
 struct SharedOptions {
-    std::string toolDirectory;  ///< as an argument (platform.h); empty: not named
+    std::string toolDirectory;  ///< as an argument (platform.h); empty: neither named nor usual
 };
 
 /// One command of the program, such as "summary". It is asked for its place on the command line

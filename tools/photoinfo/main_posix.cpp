@@ -29,6 +29,11 @@ std::optional<std::string> narrowPathOf(const std::filesystem::path& path) {
     return path.native();
 }
 
+std::filesystem::path programFolder() {
+    std::error_code error;
+    return std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+}
+
 void setEnvironmentDefault(const char* name, const char* value) {
     constexpr int kKeepExisting = 0;
     ::setenv(name, value, kKeepExisting);

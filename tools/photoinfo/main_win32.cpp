@@ -85,6 +85,15 @@ std::optional<std::string> narrowPathOf(const std::filesystem::path& path) {
     return narrow ? narrow : narrowBy(codePage, shortForm(path.native()));
 }
 
+// A path that doesn't fit is cut off and fills the buffer.
+std::filesystem::path programFolder() {
+    constexpr DWORD kLongestPath = 32768;
+    std::wstring path(kLongestPath, L'\0');
+    const DWORD length = GetModuleFileNameW(nullptr, path.data(), kLongestPath);
+    path.resize(length < kLongestPath ? length : 0);
+    return std::filesystem::path(path).parent_path();
+}
+
 void setEnvironmentDefault(const char* name, const char* value) {
     if (getenv(name) == nullptr) {
         _putenv_s(name, value);

@@ -21,6 +21,9 @@ namespace photoinfo::platform {
 /// no such form. On POSIX its bytes.
 [[nodiscard]] std::optional<std::string> narrowPathOf(const std::filesystem::path& path);
 
+/// The folder that holds this program; empty when the system doesn't say.
+[[nodiscard]] std::filesystem::path programFolder();
+
 /// Sets an environment variable of this process, unless the user has set it.
 void setEnvironmentDefault(const char* name, const char* value);
 

@@ -203,8 +203,7 @@ class DoctorCommand : public Command {
 public:
     CLI::App* addTo(CLI::App& program) override {
         CLI::App* const app = program.add_subcommand(
-            "doctor",
-            "Tries out the tools of the folder that --tools names, on a photo of its own");
+            "doctor", "Tries out the tools of their folder, on a photo of its own");
         app->add_flag("--json", isJson_, "One JSON object");
         return app;
     }

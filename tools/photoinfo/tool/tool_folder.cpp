@@ -7,6 +7,16 @@
 
 namespace photoinfo {
 
+std::string usualToolFolder() {
+    const std::filesystem::path program = platform::programFolder();
+    const std::filesystem::path folder = program.parent_path() / "tools";
+    std::error_code error;
+    const bool holdsTool =
+        !program.empty() && (std::filesystem::is_regular_file(folder / "exiv2.exe", error) ||
+                             std::filesystem::is_regular_file(folder / "exiftool.exe", error));
+    return holdsTool ? platform::argumentOf(folder) : std::string();
+}
+
 std::string whyToolFails(const std::string& toolDirectory, const std::string& program) {
     std::error_code error;
     const std::filesystem::path directory = platform::pathOf(toolDirectory);
