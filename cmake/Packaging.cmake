@@ -36,9 +36,15 @@ foreach(target IN LISTS EXIV2_WRAPPER_STAND_INS)
     DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" ${development}
     FILES_MATCHING PATTERN "*.h")
 endforeach()
-if(EXIV2_WRAPPER_MINGW_RUNTIME)
-  install(FILES ${EXIV2_WRAPPER_MINGW_RUNTIME} DESTINATION "${CMAKE_INSTALL_BINDIR}" ${runtime})
-endif()
+foreach(library IN LISTS EXIV2_WRAPPER_MINGW_RUNTIME)
+  install(FILES "${library}" DESTINATION "${CMAKE_INSTALL_BINDIR}" ${runtime})
+  # As the targets are; most of the compiler's files are symbols.
+  cmake_path(GET library FILENAME name)
+  set(installed "\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}/${name}")
+  install(CODE "if(CMAKE_INSTALL_DO_STRIP)
+  execute_process(COMMAND \"${CMAKE_STRIP}\" \"${installed}\" COMMAND_ERROR_IS_FATAL ANY)
+endif()" ${runtime})
+endforeach()
 
 if(TARGET photoinfo)
   if(NOT WIN32)
@@ -96,15 +102,18 @@ configure_file("${PROJECT_SOURCE_DIR}/cmake/exiv2_wrapper.pc.in"
 install(FILES "${PROJECT_BINARY_DIR}/exiv2_wrapper.pc"
         DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" ${development})
 
-# The archives that cpack makes.
+# The archives that cpack makes. The one for Windows is what a user unpacks and starts.
 if(PROJECT_IS_TOP_LEVEL)
   if(WIN32)
+    include(package/WindowsPackage)
     set(CPACK_GENERATOR ZIP)
+    set(system windows-x64)
   else()
     set(CPACK_GENERATOR TGZ)
+    set(system "${CMAKE_SYSTEM_NAME}-${CMAKE_SYSTEM_PROCESSOR}")
   endif()
-  set(CPACK_PACKAGE_FILE_NAME
-      "exiv2_wrapper-${PROJECT_VERSION}-${CMAKE_SYSTEM_NAME}-${CMAKE_SYSTEM_PROCESSOR}")
+  set(CPACK_PACKAGE_FILE_NAME "exiv2_wrapper-${PROJECT_VERSION}-${system}")
+  set(CPACK_STRIP_FILES ON)
   set(CPACK_VERBATIM_VARIABLES ON)
   include(CPack)
 endif()

@@ -22,6 +22,7 @@ readonly work=$root/build/libexiv2
 readonly apt=$work/apt
 readonly target=$work/$platform
 readonly done_file=$target/made
+readonly origin=$target/origin
 readonly log=$work/$platform.log
 
 # private_apt PROGRAM ARGUMENT...: apt-get or apt-cache with a state of its own.
@@ -118,6 +119,47 @@ make_windows() {
         -DZLIB_INCLUDE_DIR=/usr/x86_64-w64-mingw32/include
 }
 
+# record_source PACKAGE VERSION COPYRIGHT
+record_source() {
+    echo "  $1 $2" >>"$origin.new/sources"
+    cp "$3" "$origin.new/$1.txt"
+}
+
+# Names and versions of Debian's sources, and their terms: for those who pass exiv2.exe on.
+record_origin() {
+    local name
+    local zlib=libz-mingw-w64
+    rm -rf "$origin.new"
+    mkdir "$origin.new"
+    for name in exiv2 expat; do
+        record_source "$name" "$(sed -n '1s/.*(\(.*\)).*/\1/p' "$work/source/$name/debian/changelog")" \
+            "$work/source/$name/debian/copyright"
+    done
+    record_source "$zlib" "$(dpkg-query --show --showformat='${source:Version}' "$zlib-dev")" \
+        "/usr/share/doc/$zlib-dev/copyright"
+    mv "$origin.new" "$origin"
+}
+
+# make_platform: everything in the target folder.
+make_platform() {
+    if ! command -v apt-get >/dev/null; then
+        echo "This is not Debian. Please build libexiv2 0.27.6 or later as a static library with its program" >&2
+        echo "exiv2 (${exiv2_options[*]}" >&2
+        echo "-DBUILD_SHARED_LIBS=OFF), from a static expat and zlib, and install it into" >&2
+        echo "$target, where CMake then finds it." >&2
+        exit 1
+    fi
+    mkdir -p "$work"
+    echo "Making libexiv2 in $target"
+    rm -rf "$target" "$work/objects/$platform"
+    if ! "make_$platform" >"$log" 2>&1; then
+        cat "$log" >&2
+        exit 1
+    fi
+    rm -rf "$work/objects/$platform"
+    touch "$done_file"
+}
+
 case $platform in
     native) readonly packages=("${packages_libexiv2[@]}") ;;
     windows) readonly packages=("${packages_libexiv2[@]}" "${packages_libexiv2_windows[@]}") ;;
@@ -127,22 +169,9 @@ case $platform in
         ;;
 esac
 install_missing "${packages[@]}"
-if [[ -f $done_file ]]; then
-    exit 0
+if [[ ! -f $done_file ]]; then
+    make_platform
 fi
-if ! command -v apt-get >/dev/null; then
-    echo "This is not Debian. Please build libexiv2 0.27.6 or later as a static library with its program" >&2
-    echo "exiv2 (${exiv2_options[*]}" >&2
-    echo "-DBUILD_SHARED_LIBS=OFF), from a static expat and zlib, and install it into" >&2
-    echo "$target, where CMake then finds it." >&2
-    exit 1
+if [[ $platform == windows && ! -d $origin ]]; then
+    record_origin
 fi
-mkdir -p "$work"
-echo "Making libexiv2 in $target"
-rm -rf "$target" "$work/objects/$platform"
-if ! "make_$platform" >"$log" 2>&1; then
-    cat "$log" >&2
-    exit 1
-fi
-rm -rf "$work/objects/$platform"
-touch "$done_file"

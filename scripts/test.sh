@@ -19,7 +19,7 @@ source "$root/scripts/lib/found_packages.sh"
 cd "$root"
 
 readonly desk=(format scripts native)
-readonly all=("${desk[@]}" analysis reference asan tsan fuzzers wine windows-clang demo benchmarks)
+readonly all=("${desk[@]}" analysis reference asan tsan fuzzers wine package windows-clang demo benchmarks)
 readonly logs=$root/build/test
 
 jobs=$(nproc)
@@ -39,6 +39,7 @@ describe() {
         tsan) echo "the tests of what has threads under ThreadSanitizer" ;;
         fuzzers) echo "each fuzzer, for some seconds" ;;
         wine) echo "the build for Windows by GCC, its tests under Wine" ;;
+        package) echo "the package for Windows, made, unpacked and used under Wine" ;;
         windows-clang) echo "the build for Windows by Clang" ;;
         demo) echo "the optimised build and the demo" ;;
         benchmarks) echo "the benchmarks build and run; what they measure here counts for nothing" ;;
@@ -156,20 +157,45 @@ start_wine() {
     mkdir -p "$root/build/mingw"
     with_fixed_addresses "$wine" wineboot --init </dev/null >/dev/null 2>&1
     exec {wine_stays}> >(with_fixed_addresses "$wine" cmd /c 'set /p line=' >/dev/null 2>&1)
+    trap end_wine EXIT
 }
 
-# Wine shows this machine's files as drive Z. The real exiftool.exe is an npm package; Debian's npm
-# is large, so any that is there will do.
-step_wine() {
-    install_missing "${packages_build[@]}" "${packages_tools[@]}" "${packages_tests[@]}" \
-        "${packages_windows[@]}"
+# However a step ends, nothing stays under Wine. A step that leaves something there fails.
+end_wine() {
+    local server
+    server=$(PATH=/usr/lib/wine:$PATH command -v wineserver)
+    exec {wine_stays}>&-
+    if ! timeout 60 "$server" --wait; then
+        "$server" --kill
+        echo "A program is left under Wine" >&2
+        exit 1
+    fi
+}
+
+# Debian's npm, by which the real exiftool.exe comes, is large, so any that is there will do.
+fetch_exiftool() {
     command -v npm >/dev/null || install_missing npm
     scripts/fetch_windows_exiftool.sh
+}
+
+# Wine shows this machine's files as drive Z.
+step_wine() {
+    install_missing "${packages_build[@]}" "${packages_tools[@]}" "${packages_tests[@]}" \
+        "${packages_windows[@]}" "${packages_windows_package[@]}"
+    fetch_exiftool
     scripts/libexiv2.sh windows
     record_printouts
     start_wine
     EXIV2_WRAPPER_PRINTOUTS=Z:$EXIV2_WRAPPER_PRINTOUTS workflow mingw
-    exec {wine_stays}>&-
+}
+
+step_package() {
+    install_missing "${packages_build[@]}" "${packages_windows[@]}" "${packages_windows_package[@]}"
+    fetch_exiftool
+    scripts/package_windows.sh
+    start_wine
+    with_fixed_addresses tests/packaging/try_windows_package.sh build/package/*.zip \
+        build/windows_exiftool "${EXIV2_WRAPPER_PHOTOS:-../shared/photos}"
 }
 
 # The library and the tools by a second compiler, which warns of other things. It can't link

@@ -38,6 +38,9 @@ packages_fuzz=(clang llvm libclang-rt-dev)
 # To build for Windows and to run what was built.
 # shellcheck disable=SC2034
 packages_windows=(g++-mingw-w64-x86-64-posix wine wine64)
+# To build the package for Windows, with its manual.
+# shellcheck disable=SC2034
+packages_windows_package=(g++-mingw-w64-x86-64-posix groff-base)
 # To build the Windows library by Clang too.
 # shellcheck disable=SC2034
 packages_clang=(clang lld)
