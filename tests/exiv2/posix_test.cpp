@@ -7,11 +7,20 @@
 #include "exiv2/tool_fixture.h"
 #include "exiv2_wrapper/exiv2_wrapper.h"
 #include "support/current_directory.h"
+#include "support/log_capture.h"
 
 namespace exiv2_tool {
 namespace {
 
 namespace fs = std::filesystem;
+
+/// What the library says of a photo.
+std::string makerOf(const fs::path& photo) {
+    std::string maker;
+    exiv2_wp::createImageMetadata(
+        photo, [&](const exiv2_wp::SExivMetadataInfo& info) { maker = info.cameraMaker; });
+    return maker;
+}
 
 class PosixCalls : public ToolTest {
 protected:
@@ -131,10 +140,31 @@ TEST_F(PosixCalls, ThatEndByASignalAreFailedRunsToTheLibrary) {
         photo, "", 1, 1, offset, [](auto&&...) {}, [](int) {}, [](auto&&...) { return true; },
         [](auto&&...) { return true; }));
 
-    std::string maker;
-    exiv2_wp::createImageMetadata(
-        photo, [&](const exiv2_wp::SExivMetadataInfo& info) { maker = info.cameraMaker; });
-    EXPECT_EQ(maker, "Camera");
+    EXPECT_EQ(makerOf(photo), "Camera");
+}
+
+// libexiv2 looks through gigabytes of nothing for the next segment when the signal comes.
+TEST_F(PosixCalls, ThatEndByASignalWhileTheyReadAreFailedRunsToTheLibrary) {
+    const test_support::TemporaryDirectory tools;
+    const fs::path tool = tools.makeFile("exiv2.exe",
+                                         "#!/bin/sh\n"
+                                         "case \"$*\" in *endless*) ;; *) exec " EXIV2_TOOL
+                                         " \"$@\" ;; esac\n" EXIV2_TOOL
+                                         " \"$@\" &\n"
+                                         "until grep -q endless /proc/$!/maps; do :; done\n"
+                                         "kill -SEGV $!; wait $!\n");
+    ::chmod(tool.c_str(), 0700);
+    const fs::path endless = folder.makeFile("endless.jpg", "\xFF\xD8");
+    fs::resize_file(endless, std::uintmax_t{1} << 32U);
+    const fs::path photo = makePhoto("photo.jpg", {});
+    ASSERT_TRUE(exiv2_wp::initialize(tools.path()));
+    test_support::LogCapture log;
+
+    EXPECT_EQ(makerOf(endless), "");
+    EXPECT_THAT(log.lines(), ::testing::Contains(test_support::failureLine(
+                                 test_support::kReadExifMetadataSignature,
+                                 "Exiv2 failed run -PXEkycv cli command for ", endless)));
+    EXPECT_EQ(makerOf(photo), "Camera");
 }
 
 }  // namespace
