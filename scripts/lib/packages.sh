@@ -37,7 +37,7 @@ packages_analysis=(git clang clang-tidy libexiv2-dev g++-mingw-w64-x86-64-posix)
 packages_fuzz=(clang llvm libclang-rt-dev)
 # To build for Windows and to run what was built.
 # shellcheck disable=SC2034
-packages_windows=(g++-mingw-w64-x86-64-posix wine wine64)
+packages_windows=(g++-mingw-w64-x86-64-posix clang lld wine wine64)
 # To build the package for Windows, with its manual.
 # shellcheck disable=SC2034
 packages_windows_package=(g++-mingw-w64-x86-64-posix groff-base)
