@@ -19,7 +19,8 @@ source "$root/scripts/lib/found_packages.sh"
 cd "$root"
 
 readonly desk=(format scripts native)
-readonly all=("${desk[@]}" analysis reference asan tsan fuzzers wine package windows-clang demo benchmarks)
+readonly all=("${desk[@]}" analysis reference asan tsan fuzzers wine product package windows-clang demo
+    benchmarks)
 readonly logs=$root/build/test
 
 jobs=$(nproc)
@@ -39,6 +40,7 @@ describe() {
         tsan) echo "the tests of what has threads under ThreadSanitizer" ;;
         fuzzers) echo "each fuzzer, for some seconds" ;;
         wine) echo "the build for Windows by GCC, its tests under Wine" ;;
+        product) echo "the real tools under Wine: the native answers, any name, three code pages" ;;
         package) echo "the package for Windows, made, unpacked and used under Wine" ;;
         windows-clang) echo "the build for Windows by Clang" ;;
         demo) echo "the optimised build and the demo" ;;
@@ -187,6 +189,29 @@ step_wine() {
     record_printouts
     start_wine
     EXIV2_WRAPPER_PRINTOUTS=Z:$EXIV2_WRAPPER_PRINTOUTS workflow mingw
+}
+
+# The locales from which Wine takes the code pages of the tests.
+make_locales() {
+    local locale
+    mkdir -p build/locales
+    for locale in de_DE ja_JP ru_RU; do
+        [[ -d build/locales/$locale.UTF-8 ]] ||
+            localedef --inputfile="$locale" --charmap=UTF-8 "build/locales/$locale.UTF-8"
+    done
+}
+
+step_product() {
+    install_missing "${packages_build[@]}" "${packages_tools[@]}" "${packages_tests[@]}" \
+        "${packages_windows[@]}" "${packages_windows_package[@]}" "${packages_locales[@]}"
+    fetch_exiftool
+    scripts/libexiv2.sh windows
+    make_locales
+    scripts/record_answers.sh
+    start_wine
+    cmake --preset mingw
+    cmake --build --preset product
+    ctest --preset product
 }
 
 step_package() {

@@ -41,6 +41,9 @@ packages_windows=(g++-mingw-w64-x86-64-posix clang lld wine wine64)
 # To build the package for Windows, with its manual.
 # shellcheck disable=SC2034
 packages_windows_package=(g++-mingw-w64-x86-64-posix groff-base)
+# The sources of the locales from which Wine takes its code pages.
+# shellcheck disable=SC2034
+packages_locales=(locales)
 # To build the Windows library by Clang too.
 # shellcheck disable=SC2034
 packages_clang=(clang lld)
