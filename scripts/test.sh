@@ -25,7 +25,8 @@ readonly logs=$root/build/test
 
 jobs=$(nproc)
 export CMAKE_BUILD_PARALLEL_LEVEL=$jobs
-export CTEST_PARALLEL_LEVEL=$jobs
+# Tests wait for processes more than they compute.
+export CTEST_PARALLEL_LEVEL=$((jobs * 2))
 export CLICOLOR_FORCE=0
 export EXIV2_WRAPPER_PRINTOUTS=$root/build/printouts
 
