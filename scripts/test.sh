@@ -104,8 +104,8 @@ step_native() {
     workflow debug
 }
 
-# The analysis sees a file as a build by Clang compiles it: the sources of a folder as one, so that
-# large headers are read once. The files that include them aren't ours. Paths through the code are
+# The analysis sees a file as a build by Clang compiles it: the sources of most folders as one, so
+# that large headers are read once. The files that include them aren't ours. Paths through the code are
 # searched everywhere but in photoinfo, where that has never found anything.
 step_analysis() {
     install_missing "${packages_build[@]}" "${packages_analysis[@]}"
@@ -119,7 +119,8 @@ step_analysis() {
         "${tidy[@]}" -p build/analysis --checks="$united,-clang-analyzer-*"
     find build/analysis/exiv2_wrapper build/analysis/tools/exiv2 -name 'unity_*.cxx' |
         "${tidy[@]}" -p build/analysis --checks="$united"
-    tracked 'exiv2_wrapper/*_posix.cpp' 'tools/*_posix.cpp' 'host/*.cpp' | grep -v '_win32\.cpp$' |
+    tracked 'exiv2_wrapper/*_posix.cpp' 'exiv2_wrapper/runner/*.cpp' 'exiv2_wrapper/exiftool/*.cpp' \
+        'tools/*_posix.cpp' 'host/*.cpp' | grep -v '_win32\.cpp$' | sort --unique |
         "${tidy[@]}" -p build/analysis
     tracked 'exiv2_wrapper/*_win32.cpp' 'host/*_win32.cpp' 'tools/*_win32.cpp' |
         "${tidy[@]}" -p build/analysis-windows
