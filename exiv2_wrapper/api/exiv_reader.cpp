@@ -113,12 +113,9 @@ int fillPairs(const CliExifTag* tag, Pair<Number>* out, int count) {
                                   : fillFrom(tag->rationals, out, count, convert);
 }
 
-// Copies the bytes into a buffer that the caller owns from then on.
+// Copies the bytes, of which there are some, into a buffer that the caller owns from then on.
 bool handOver(const std::vector<std::uint8_t>& bytes, std::int32_t& size, unsigned char*& data) {
-    if (bytes.empty()) {
-        return true;
-    }
-    if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) {
+    if (!std::in_range<std::int32_t>(bytes.size())) {
         return false;
     }
     data = static_cast<unsigned char*>(::operator new(bytes.size()));

@@ -5,6 +5,8 @@
 
 #include "exiv2_wrapper/exiftool/request_protocol.h"
 #include "exiv2_wrapper/log/log.h"
+#include "exiv2_wrapper/text/path_text.h"
+#include "exiv2_wrapper/text/text.h"
 
 namespace exiftool::internal {
 
@@ -21,7 +23,7 @@ constexpr std::string_view kArguments = " -stay_open true -@ -";
 bool isAscii(const std::filesystem::path& path) {
     const auto& text = path.native();
     return std::all_of(text.begin(), text.end(),
-                       [](auto unit) { return unit >= 0 && unit < 0x80; });
+                       platform::isAscii<platform::NativeString::value_type>);
 }
 
 // The tool can't be started from every path that isn't plain ASCII, so its short form goes first

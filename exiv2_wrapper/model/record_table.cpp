@@ -11,25 +11,25 @@ namespace exiv2_wp::internal {
 namespace {
 
 constexpr std::size_t kCapacity = 200;
-constexpr std::size_t kEvictedAtOnce = 40;
+constexpr std::ptrdiff_t kEvictedAtOnce = 40;
 
 struct Cache {
     std::mutex cacheMutex;
     std::unordered_map<std::string, SharedRecord> cacheTable;  // guarded by cacheMutex
-    std::deque<std::string> cacheOrder;  // guarded by cacheMutex; keys, the oldest first
+    std::deque<std::string> cacheOrder;  // guarded by cacheMutex; the same keys, the oldest first
+
+    [[nodiscard]] bool isFull() const { return cacheTable.size() >= kCapacity; }
 
     [[nodiscard]] bool wouldEvictOneOf(const KeySet& keys) const {
-        const std::size_t count = std::min(kEvictedAtOnce, cacheOrder.size());
-        const auto end = cacheOrder.begin() + static_cast<std::ptrdiff_t>(count);
-        return cacheTable.size() >= kCapacity &&
-               std::any_of(cacheOrder.begin(), end,
+        return isFull() &&
+               std::any_of(cacheOrder.begin(), cacheOrder.begin() + kEvictedAtOnce,
                            [&keys](const std::string& key) { return keys.contains(key); });
     }
 
     // The entry of an unfinished computation may go like any other: whoever waits for it holds its
     // future.
     void evictOldest() {
-        for (std::size_t i = 0; i < kEvictedAtOnce && !cacheOrder.empty(); ++i) {
+        for (std::ptrdiff_t i = 0; i < kEvictedAtOnce; ++i) {
             cacheTable.erase(cacheOrder.front());
             cacheOrder.pop_front();
         }
@@ -81,7 +81,7 @@ std::optional<CacheEntry> getOrCreateEntryBeside(const KeySet& kept, const std::
     if (shared.wouldEvictOneOf(kept)) {
         return std::nullopt;
     }
-    if (shared.cacheTable.size() >= kCapacity) {
+    if (shared.isFull()) {
         shared.evictOldest();
     }
     // Nothing fails once the entry is in the table, or nobody would ever settle it.

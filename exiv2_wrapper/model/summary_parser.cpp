@@ -28,7 +28,7 @@ std::vector<std::string_view> labelledLines(std::string_view output) {
     std::array<bool, kLabels.size()> isFound{};
     std::vector<std::string_view> lines;
     lines.reserve(kLabels.size());
-    while (!output.empty() && lines.size() < kLabels.size()) {
+    while (!output.empty()) {
         const std::size_t lineFeed = output.find('\n');
         const std::string_view line = output.substr(0, lineFeed);
         for (std::size_t i = 0; i < kLabels.size(); ++i) {

@@ -45,7 +45,7 @@ ErrorCode moveOffStandardDescriptors(Handle& end) {
         return 0;
     }
     const int moved = fcntl(descriptorOf(end), F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
-    if (moved < 0) {
+    if (moved == -1) {
         return lastError();
     }
     end = Handle(moved);
@@ -119,7 +119,6 @@ public:
     ErrorCode start(const std::filesystem::path& program, std::span<const NativeString> arguments,
                     Process& process) {
         std::vector<char*> argv;
-        argv.reserve(arguments.size() + 2);
         argv.push_back(const_cast<char*>(program.c_str()));
         for (const NativeString& argument : arguments) {
             argv.push_back(const_cast<char*>(argument.c_str()));

@@ -81,7 +81,6 @@ bool runExiv2Cli(const std::vector<NativeString>& args, std::string& output) {
     if (!isExiv2Known()) {
         return false;
     }
-    output.clear();
     ToolOutput bytes;
     const bool isSuccess = isFinished(runTool(args, bytes, readOn));
     output = bytes.text();

@@ -25,7 +25,6 @@ void append(NativeString& text, char32_t codePoint, std::string_view bytes) {
 
 NativeString nativeText(std::string_view utf8) {
     NativeString text;
-    text.reserve(utf8.size());
     while (!utf8.empty()) {
         const DecodedCharacter character = decodeUtf8(utf8);
         if (!character.isWellFormed) {

@@ -13,8 +13,11 @@ constexpr bool isHexDigit(char c) {
 // True for "0x" with something behind it that may begin a number: std::from_chars would take a
 // sign or a word such as "inf" there, the C conversions read the 0 alone then.
 bool hasHexPrefix(std::string_view text) {
-    return text.size() > 2 && text[0] == '0' && toLower(text[1]) == 'x' &&
-           (isHexDigit(text[2]) || text[2] == '.');
+    if (!text.starts_with("0x") && !text.starts_with("0X")) {
+        return false;
+    }
+    const std::string_view digits = text.substr(2);
+    return !digits.empty() && (isHexDigit(digits.front()) || digits.front() == '.');
 }
 
 // What may belong to a hexadecimal number at the beginning of `digits`. One implementation of
@@ -72,8 +75,7 @@ std::string lowerCased(std::string_view text) {
 }
 
 bool isPlainAscii(std::string_view text) {
-    return std::all_of(text.begin(), text.end(),
-                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    return std::all_of(text.begin(), text.end(), isAscii<char>);
 }
 
 std::optional<double> parseDouble(std::string_view text) {

@@ -21,6 +21,12 @@ namespace exiv2_wp::internal {
     return c >= '0' && c <= '9';
 }
 
+/// True below 0x80, for a unit of text of any width.
+template <typename Unit>
+[[nodiscard]] constexpr bool isAscii(Unit unit) {
+    return static_cast<char32_t>(unit) < 0x80;
+}
+
 /// Lower-cases A to Z; every other byte is kept.
 [[nodiscard]] constexpr char toLower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;

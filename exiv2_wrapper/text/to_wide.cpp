@@ -11,7 +11,6 @@ namespace {
 // Lossy on purpose: the text then names no file, and whoever uses it fails in a visible way.
 std::wstring widenByteByByte(const std::string& bytes) {
     std::wstring wide;
-    wide.reserve(bytes.size());
     for (const char byte : bytes) {
         const auto value = static_cast<unsigned char>(byte);
         wide += static_cast<wchar_t>(value < 0x80 ? value : 0xFF00U | value);

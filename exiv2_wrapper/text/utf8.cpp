@@ -9,17 +9,17 @@ constexpr char32_t kReplacement = 0xFFFD;
 // What a lead byte promises: the sequence's length and the range of its second byte, which is what
 // keeps overlong forms, surrogates and numbers above U+10FFFF out.
 struct Lead {
-    std::size_t length;
-    unsigned char secondMin;
-    unsigned char secondMax;
+    std::size_t length = 0;  // of a byte that begins nothing
+    unsigned char secondMin = 0;
+    unsigned char secondMax = 0;
 };
 
 Lead leadOf(unsigned char byte) {
     if (byte < 0x80) {
-        return {1, 0, 0};
+        return {.length = 1};
     }
     if (byte < 0xC2) {
-        return {0, 0, 0};
+        return {};
     }
     if (byte < 0xE0) {
         return {2, 0x80, 0xBF};
@@ -34,7 +34,7 @@ Lead leadOf(unsigned char byte) {
         const unsigned char secondMax = byte == 0xF4 ? 0x8F : 0xBF;
         return {4, secondMin, secondMax};
     }
-    return {0, 0, 0};
+    return {};
 }
 
 }  // namespace

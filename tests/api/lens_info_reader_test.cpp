@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <functional>
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -88,6 +89,12 @@ TEST(LensInfo, ANegativeCropFactorCountsAsFullFrame) {
     EXPECT_EQ(internal::equivalentFocalLength(50.0F, -1.0F), 50.0F);
 }
 
+// Formats larger than 35 mm film have less than 1.
+TEST(LensInfo, ACropFactorFromZeroOnCountsAsItIs) {
+    EXPECT_EQ(internal::equivalentFocalLength(50.0F, 0.79F), 0.79F * 50.0F);
+    EXPECT_EQ(internal::equivalentFocalLength(50.0F, 0.0F), 0.0F);
+}
+
 TEST(LensInfo, KeepsA35mmFocalLengthOfZero) {
     CliExifMetadata record;
     record.focalLength = 50.0F;
@@ -138,6 +145,10 @@ TEST(FocusInfo, ADistanceMayBeARational) {
     EXPECT_EQ(focusInfoIn("Exif.A.FocusDistance Rational 1 125/2\n").focusDistance, 0.625F);
 }
 
+TEST(FocusInfo, ADistanceBelowACentimetreCounts) {
+    EXPECT_EQ(focusInfoIn("Exif.A.FocusDistance Rational 1 1/20\n").focusDistance, 0.0005F);
+}
+
 TEST(FocusInfo, A35mmValueIsTakenWhateverItsSign) {
     EXPECT_EQ(focusInfoIn("Exif.A.35mmLength SShort 1 -75\n").focalLength35mm, -75.0F);
 }
@@ -166,13 +177,11 @@ TEST(FocusInfo, AnIntegerIsRoundedTwice) {
               9007199254740992.0F);
 }
 
-// Inserts two tags in both orders into tables of many sizes, so that both are visited first now and
-// then, and collects what comes out.
-struct Visits {
-    std::set<std::string> firstKeys;
-    std::set<float> distances;
-};
+// The distances that came out, by the key that was visited first.
+using Visits = std::map<std::string, std::set<float>>;
 
+// Inserts two tags in both orders into tables of many sizes, so that both are visited first now and
+// then.
 Visits visitInManyOrders(const std::string& one, const std::string& other) {
     Visits visits;
     for (std::size_t buckets = 1; buckets < 40; ++buckets) {
@@ -180,8 +189,7 @@ Visits visitInManyOrders(const std::string& one, const std::string& other) {
             CliExifMetadata record;
             record.tags.rehash(buckets);
             EXPECT_TRUE(internal::parsePrintAllOutput(printAll, record));
-            visits.firstKeys.insert(record.tags.begin()->first);
-            visits.distances.insert(focusInfoOf(record, [] {}).focusDistance);
+            visits[record.tags.begin()->first].insert(focusInfoOf(record, [] {}).focusDistance);
         }
     }
     return visits;
@@ -190,15 +198,20 @@ Visits visitInManyOrders(const std::string& one, const std::string& other) {
 TEST(FocusInfo, TheLowerDistanceWinsWhateverTheOrder) {
     const Visits visits = visitInManyOrders("Exif.A.FocusDistance Short 1 300\n",
                                             "Exif.A.FocusDistanceLower Short 1 250\n");
-    EXPECT_EQ(visits.firstKeys.size(), 2U);
-    EXPECT_EQ(visits.distances, std::set{2.5F});
+    EXPECT_EQ(visits,
+              (Visits{{"Exif.A.FocusDistance", {2.5F}}, {"Exif.A.FocusDistanceLower", {2.5F}}}));
 }
 
 TEST(FocusInfo, OfTwoOtherDistancesTheFirstVisitedCounts) {
     const Visits visits = visitInManyOrders("Exif.A.FocusDistance Short 1 300\n",
-                                            "Exif.B.FocusDistance Short 1 100\n");
-    EXPECT_EQ(visits.firstKeys.size(), 2U);
-    EXPECT_EQ(visits.distances, (std::set{1.0F, 3.0F}));
+                                            "Exif.B.FocusDistance Short 1 50\n");
+    EXPECT_EQ(visits, (Visits{{"Exif.A.FocusDistance", {3.0F}}, {"Exif.B.FocusDistance", {0.5F}}}));
+}
+
+TEST(FocusInfo, ADistanceTooSmallForAFloatIsNoUnknownOne) {
+    const Visits visits = visitInManyOrders("Exif.A.FocusDistance Ascii 5 1e-60\n",
+                                            "Exif.B.FocusDistance Short 1 50\n");
+    EXPECT_EQ(visits, (Visits{{"Exif.A.FocusDistance", {0.0F}}, {"Exif.B.FocusDistance", {0.5F}}}));
 }
 
 TEST(FocusInfo, OfTwo35mmValuesTheLastVisitedCounts) {

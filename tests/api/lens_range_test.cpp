@@ -72,6 +72,13 @@ TEST(LensRange, TakesAMillionDigits) {
     EXPECT_EQ(find(digits + "-" + digits + "mm"), Range({digits, digits}));
 }
 
+TEST(LensRange, LooksAtNothingBehindTheText) {
+    constexpr std::string_view kModel = "24-70 mm";
+    for (std::size_t size = 0; size < kModel.size(); ++size) {
+        EXPECT_EQ(find(kModel.substr(0, size)), std::nullopt) << size;
+    }
+}
+
 // Each of these takes a search that starts anew at every byte hours.
 TEST(LensRange, TakesLongTextsThatAlmostMatch) {
     std::string pairs;

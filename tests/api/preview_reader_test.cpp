@@ -97,10 +97,22 @@ TEST_F(Preview, IsHandedOverWithItsSizeInModeOne) {
     EXPECT_EQ(told, (Told{"size 2000 1000 640", "sized RAW 2000 950 20 30 640"}));
 }
 
+TEST_F(Preview, OfOnePixelIsHandedOver) {
+    toolPrints("1 1 0 0 0 0\nJPEG");
+    EXPECT_TRUE(read());
+    EXPECT_EQ(told, (Told{"size 1 1 640", "plain JPEG 0 0"}));
+}
+
 TEST_F(Preview, WithANotificationTellsItBetweenSizeAndBytes) {
     toolPrints("160 120 5 0 0 0\nJPEG");
     read();
     EXPECT_EQ(told, (Told{"size 160 120 640", "notify 5", "plain JPEG 0 0"}));
+}
+
+TEST_F(Preview, WithTheLeastNotificationTellsIt) {
+    toolPrints("160 120 1 0 0 0\nJPEG");
+    read();
+    EXPECT_EQ(told, (Told{"size 160 120 640", "notify 1", "plain JPEG 0 0"}));
 }
 
 TEST_F(Preview, WithANegativeNotificationTellsNone) {
@@ -169,10 +181,15 @@ void PrintTo(const Failure& failure, std::ostream* stream) {
 
 constexpr TopBottomOffset kUntouched = {-7, -7};
 
-constexpr std::array<Failure, 8> kFailures = {{
+constexpr std::array<Failure, 10> kFailures = {{
     {"AnUnreadableHeader", "160 120 0 0 JPEG", "Exiv2 failed to extract param for ", kUntouched},
     {"NoOutput", "", "Exiv2 failed to extract param for ", kUntouched},
     {"AWidthOfZero", "0 120 0 0 3 4\nJPEG", "Exiv2 incorrect preview size extracted for ", {3, 4}},
+    {"ANegativeWidth",
+     "-1 120 0 0 3 4\nJPEG",
+     "Exiv2 incorrect preview size extracted for ",
+     {3, 4}},
+    {"AHeightOfZero", "160 0 0 0 3 4\nJPEG", "Exiv2 incorrect preview size extracted for ", {3, 4}},
     {"ANegativeHeight",
      "160 -1 0 0 3 -4\nJPEG",
      "Exiv2 incorrect preview size extracted for ",

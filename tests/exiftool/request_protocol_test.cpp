@@ -99,6 +99,12 @@ TEST(RequestProtocol, DoesNotSeeAMarkerWithACarriageReturnInIt) {
     EXPECT_EQ(answerOf({"a{rea\rdy}", "b{ready}"}), "a{ready}b{ready}");
 }
 
+// A long answer is then moved seldom.
+TEST(RequestProtocol, MakesAnAnswersRoomFourTimesAsLarge) {
+    ScriptedChannel channel({std::string(1000, 'x') + "{ready}"});
+    EXPECT_GE(readAnswer(channel).capacity(), 4U * 511U);
+}
+
 TEST(RequestProtocol, CutsAMarkerBehindABlank) {
     EXPECT_EQ(answerOf({"12 bytes {ready}"}), "12 bytes");
     EXPECT_EQ(answerOf({" {ready}"}), "");

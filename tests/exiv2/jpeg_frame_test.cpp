@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <random>
+#include <string>
 
 #include "exiv2/made_photo.h"
 
@@ -31,11 +33,57 @@ TEST(JpegFrame, ReadsAProgressiveImage) {
     EXPECT_EQ(jpegFrameSize(bytes), (PixelSize{16, 8}));
 }
 
-TEST(JpegFrame, KnowsNoImageWithoutAFrame) {
+// A photo with four bytes more before its frame.
+Bytes makeJpegWith(std::initializer_list<std::uint8_t> segment) {
     Bytes bytes = makeJpeg({16, 8});
-    bytes[kFrameStart + 1] = 0xC4;  // a table now
+    bytes.insert(bytes.begin() + kFrameStart, segment);
+    return bytes;
+}
 
+TEST(JpegFrame, KnowsThirteenMarkersOfAFrame) {
+    std::string markers;
+    for (int marker = 0; marker < 256; ++marker) {
+        Bytes bytes = makeJpeg({16, 8});
+        bytes[kFrameStart + 1] = static_cast<std::uint8_t>(marker);
+        if (jpegFrameSize(bytes) == PixelSize{16, 8}) {
+            markers += static_cast<char>(marker);
+        }
+    }
+    EXPECT_EQ(markers, "\xC0\xC1\xC2\xC3\xC5\xC6\xC7\xC9\xCA\xCB\xCD\xCE\xCF");
+}
+
+TEST(JpegFrame, TakesAnEmptySegmentForOne) {
+    for (const std::uint8_t marker : Bytes{0x02, 0xBF, 0xC4, 0xCC, 0xDB, 0xEF, 0xFE}) {
+        EXPECT_EQ(jpegFrameSize(makeJpegWith({0xFF, marker, 0, 2})), (PixelSize{16, 8}))
+            << static_cast<int>(marker);
+    }
+}
+
+// What follows such a marker is no segment, even where it looks like one.
+TEST(JpegFrame, KnowsNoImageWithAMarkerThatStandsAloneBeforeTheFrame) {
+    for (const std::uint8_t marker : Bytes{0x01, 0xD0, 0xD7, 0xD8, 0xD9}) {
+        EXPECT_EQ(jpegFrameSize(makeJpegWith({0xFF, marker, 0, 2})), std::nullopt)
+            << static_cast<int>(marker);
+    }
+}
+
+TEST(JpegFrame, TakesAFrameWithoutComponentsForOneAndNoShorterFrame) {
+    Bytes bytes = makeJpeg({16, 8});
+    bytes[kFrameStart + 3] = 8;
+    bytes.erase(bytes.begin() + kFrameStart + 10, bytes.begin() + kFrameStart + 13);
+    EXPECT_EQ(jpegFrameSize(bytes), (PixelSize{16, 8}));
+    bytes[kFrameStart + 3] = 7;
+    bytes.erase(bytes.begin() + kFrameStart + 9);
     EXPECT_EQ(jpegFrameSize(bytes), std::nullopt);
+}
+
+TEST(JpegFrame, KnowsNoImageWhoseScanHeaderHasNoLength) {
+    Bytes bytes = makeJpeg({16, 8});
+    std::uint8_t& length = bytes.end()[-10];  // of the scan's header
+    length = 1;
+    EXPECT_EQ(jpegFrameSize(bytes), std::nullopt);
+    length = 2;
+    EXPECT_EQ(jpegFrameSize(bytes), (PixelSize{16, 8}));
 }
 
 TEST(JpegFrame, KnowsNoImageWithoutASide) {

@@ -41,5 +41,14 @@ const KnownLensCase kKnownLenses[] = {
 INSTANTIATE_TEST_SUITE_P(Table, KnownLens, ::testing::ValuesIn(kKnownLenses),
                          [](const auto& row) { return row.param.name; });
 
+TEST(KnownLensText, HasALetterInIt) {
+    for (int byte = 1; byte < 256; ++byte) {
+        const bool isLetter =
+            (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') || byte >= 0x80;
+        const std::string text = {'1', static_cast<char>(byte), '1'};
+        EXPECT_EQ(knownLens(text), isLetter ? text : "") << byte;
+    }
+}
+
 }  // namespace
 }  // namespace exiv2_tool

@@ -19,11 +19,11 @@ void appendNumber(Bytes& bytes, std::uint32_t number, int size) {
     }
 }
 
-/// A TIFF image of kSize, eight bits a sample, in one strip.
+/// A TIFF image of kSize in one strip.
 Bytes makeTiff(std::uint32_t compression, std::uint32_t photometric, std::uint32_t samples,
-               const Bytes& pixels) {
+               const Bytes& pixels, std::uint32_t bits = 8) {
     const std::vector<std::pair<std::uint32_t, std::uint32_t>> tags = {
-        {256, kSize.width}, {257, kSize.height}, {258, 8},
+        {256, kSize.width}, {257, kSize.height}, {258, bits},
         {259, compression}, {262, photometric},  {273, kPixels},
         {277, samples},     {278, kSize.height}, {279, static_cast<std::uint32_t>(pixels.size())}};
     Bytes bytes = {'I', 'I', 42, 0, 8, 0, 0, 0};
@@ -65,6 +65,12 @@ const TiffCase kTiffCases[] = {
     {"BrightnessOfAllPixels", makeTiff(1, 6, 3, Bytes(60)), true},
     {"BrightnessOfFewerPixels", makeTiff(1, 6, 3, Bytes(59)), false},
     {"TooManySamples", makeTiff(1, 2, 0xFFFFFFFF, Bytes(180)), false},
+    {"NoSamples", makeTiff(1, 2, 0, Bytes(180)), false},
+    {"MostSamples", makeTiff(1, 2, 0xFFFF, Bytes(491514), 1), true},
+    {"OneSampleMore", makeTiff(1, 2, 0x10000, Bytes(500000), 1), false},
+    {"MostBits", makeTiff(1, 2, 1, Bytes(480), 64), true},
+    {"MostBitsButOnePixelByteLess", makeTiff(1, 2, 1, Bytes(479), 64), false},
+    {"OneBitMore", makeTiff(1, 2, 1, Bytes(1000), 65), false},
     {"JpegInside", makeTiff(7, 6, 3, makeJpeg(kSize)), true},
     {"NoJpegInside", makeTiff(7, 6, 3, Bytes(100)), false},
     {"Packed", makeTiff(5, 2, 3, Bytes(20)), true},
@@ -73,6 +79,13 @@ const TiffCase kTiffCases[] = {
 
 INSTANTIATE_TEST_SUITE_P(Table, TiffPayload, ::testing::ValuesIn(kTiffCases),
                          [](const auto& row) { return row.param.name; });
+
+// Its size is a number beyond 64 bits.
+TEST(Payload, OfATiffIsNoneWhereTheLargestImageIsAnnounced) {
+    constexpr PixelSize kLargest = {0xFFFFFFFF, 0xFFFFFFFF};
+    EXPECT_EQ(payloadSize(makeTiff(1, 2, 0xFFFF, Bytes(180), 64), "image/tiff", kLargest),
+              std::nullopt);
+}
 
 TEST(Payload, OfAJpegHasTheSizeInItsFrame) {
     EXPECT_EQ(payloadSize(makeJpeg({16, 8}), "image/jpeg", {99, 99}), (PixelSize{16, 8}));

@@ -60,6 +60,13 @@ TEST_F(PosixCalls, ReachFilesInDeepFolders) {
     EXPECT_EQ(call({"pr", deep / "photo.jpg"}).exitCode, 0);
 }
 
+// The photo gets the number of the closed standard input then.
+TEST_F(PosixCalls, ReadAPhotoWhereStandardInputIsClosed) {
+    const fs::path photo = makePhoto("photo.jpg", {});
+
+    EXPECT_EQ(inShell("\"$@\" <&-", {"-PXEkycv", "-q", photo}), call({"-PXEkycv", "-q", photo}));
+}
+
 TEST_F(PosixCalls, NeverWaitAtANamedPipe) {
     const fs::path pipe = folder.path() / "pipe";
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);

@@ -31,6 +31,7 @@ const PreviewOrderCase kPreviewOrders[] = {
     {"TheAreaDecidesAmongLargeOnes", {{640, 480}, {640, 427}}, 100, {1, 0}},
     {"TheAreaDecidesAmongSmallOnes", {{640, 427}, {640, 480}}, 1000, {1, 0}},
     {"TheFirstOfEqualOnes", {{640, 480}, {480, 640}, {640, 480}}, 640, {0, 1, 2}},
+    {"TheFirstOfEqualSmallOnes", {{640, 480}, {480, 640}, {640, 480}}, 1000, {0, 1, 2}},
     {"AreasBeyond32Bits", {{70000, 70000}, {70000, 61357}}, 1, {1, 0}},
     {"UnknownSizesAreLast", {{0, 0}, {8, 8}}, 100, {1, 0}},
 };

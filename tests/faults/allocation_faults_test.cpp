@@ -1,10 +1,14 @@
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 #include <tuple>
 #include <vector>
 
+#include "exiftool/scripted_channel.h"
+#include "exiv2_wrapper/exiftool/request_protocol.h"
 #include "faults/failing_allocations.h"
 #include "faults/photo_on_memory_platform.h"
 #include "support/case_name.h"
@@ -222,6 +226,37 @@ TEST_F(ReaderWithoutMemory, LetsTheCallerKnowAndAnswersTheNextQuestion) {
 }
 
 // ---- the long-lived tool
+
+// Fails each allocation that reading the first of two answers takes, and expects the second then.
+void expectTheNextAnswerBehind(const std::string& first) {
+    using exiftool::internal::readAnswer;
+    const std::string second = "next{ready}";
+    std::optional<exiftool::internal::ScriptedChannel> channel;
+    bool hasRaised = false;
+    const int failures = failEachAllocation(
+        [&] {
+            channel.emplace(std::vector{first, second});
+        },
+        [&] { hasRaised = runsOutOfMemory([&] { (void)readAnswer(*channel); }); },
+        [&] {
+            EXPECT_TRUE(hasRaised);
+            EXPECT_EQ(readAnswer(*channel), second) << first;
+        });
+    EXPECT_GT(failures, 0);
+}
+
+TEST(AnswerWithoutMemory, IsSkippedUpToItsMarkerWhereverThatLies) {
+    for (std::size_t position = 500; position < 520; ++position) {
+        expectTheNextAnswerBehind(std::string(position, 'x') + "{ready}");
+    }
+}
+
+TEST(AnswerWithoutMemory, IsNotEndedByPartsOfTheMarker) {
+    const std::string most(2500, 'x');
+    expectTheNextAnswerBehind(most + "already} {read} {re ady}{ready}");
+    expectTheNextAnswerBehind(most + "{{ready}");
+    expectTheNextAnswerBehind(most + "{re{ready}");
+}
 
 class ExiftoolWithoutMemory : public ::testing::Test {
 protected:

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "exiv2_wrapper/platform/platform.h"
@@ -52,6 +54,36 @@ std::vector<NativeString> pathsBehind(const NativeString& beginning) {
         }
     }
     return paths;
+}
+
+std::optional<std::string> keyOfPlain(const std::filesystem::path& path) {
+    return keyOfPlainPath(std::filesystem::path(path).make_preferred().native());
+}
+
+std::string preferred(const std::filesystem::path& path) {
+    return std::filesystem::path(path).make_preferred().string();
+}
+
+TEST(PlainPath, HasItsKeyWithoutBeingTakenToPieces) {
+    EXPECT_EQ(keyOfPlain("/Photos 1/b.c/IMG_1.JPG"), preferred("/photos 1/b.c/img_1.jpg"));
+    EXPECT_EQ(keyOfPlain("//server/Photos"), std::nullopt);
+    EXPECT_EQ(keyOfPlain("/"), preferred("/"));
+    EXPECT_EQ(keyOfPlain("/a/"), preferred("/a/"));
+}
+
+TEST(PlainPath, IsNoneWithANameThatBeginsWithADot) {
+    EXPECT_EQ(keyOfPlain("/photos/../a.jpg"), std::nullopt);
+    EXPECT_EQ(keyOfPlain("/photos/.hidden"), std::nullopt);
+    EXPECT_EQ(keyOfPlain("./a.jpg"), std::nullopt);
+}
+
+TEST(PlainPath, IsNoneWithAnEmptyName) {
+    EXPECT_EQ(keyOfPlain("/photos//a.jpg"), std::nullopt);
+}
+
+TEST(PlainPath, IsNoneBeyondAscii) {
+    EXPECT_EQ(keyOfPlain(u8"/photos/\u0080.jpg"), std::nullopt);
+    EXPECT_EQ(keyOfPlain("/photos/\x7F.jpg"), preferred("/photos/\x7F.jpg"));
 }
 
 TEST(CacheKey, IsThatOfTheRuleForEverySpelling) {

@@ -54,6 +54,14 @@ TEST_P(HexDump, IsReadFrom) {
 INSTANTIATE_TEST_SUITE_P(, HexDump, ::testing::ValuesIn(kDumps),
                          [](const auto& dump) { return dump.param.name; });
 
+// Dumps run to megabytes.
+TEST(HexDumpBytes, TakeNoMoreRoomThanTheyFill) {
+    Bytes bytes;
+    ASSERT_TRUE(decodeHexDump(std::string(2 * 1025, '0'), bytes));
+    EXPECT_EQ(bytes.size(), 1025U);
+    EXPECT_EQ(bytes.capacity(), 1025U);
+}
+
 // The rule word by word: collect the digits, then turn each two into a byte.
 bool decodeByCollecting(const std::string& text, Bytes& bytes) {
     bytes.clear();

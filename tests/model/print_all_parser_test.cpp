@@ -130,6 +130,19 @@ TEST_F(PrintAllParser, RejectsAnOutputWithoutEntries) {
     EXPECT_EQ(toText(record), before);
 }
 
+// The table doesn't show its room, but has as many buckets as it has room for entries.
+TEST_F(PrintAllParser, MakesRoomForAsManyEntriesAsAnOutputOfItsSizeHolds) {
+    (void)parsedTag("Exif.Image.Make Ascii 6 " + std::string(100'000, 'x'), "Exif.Image.Make");
+    EXPECT_GE(record.tags.bucket_count(), 1000U);
+}
+
+TEST_F(PrintAllParser, MakesNoMoreRoomThanRealPhotosNeed) {
+    (void)parsedTag("Exif.Image.Make Ascii 6 Canon\n", "Exif.Image.Make");
+    EXPECT_LT(record.tags.bucket_count(), 1000U);
+    (void)parsedTag("Exif.Image.Model Ascii 6 " + std::string(1'000'000, 'x'), "Exif.Image.Model");
+    EXPECT_LT(record.tags.bucket_count(), 8192U);
+}
+
 TEST_F(PrintAllParser, TouchesNoFieldButTagsFNumberAndLensId) {
     record.fileKey = "/photos/1.jpg";
     record.lensName = "lens";

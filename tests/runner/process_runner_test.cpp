@@ -287,6 +287,13 @@ TEST_F(FollowedRun, LeavesTheReaderTakeBytesOffTheFront) {
     EXPECT_LE(most, 8192U);
 }
 
+TEST_F(FollowedRun, ClearsTheOutputOfAnEarlierRun) {
+    tool.answer({"show"}, {.output = "text"});
+    EXPECT_EQ(follow([] { return true; }), std::optional(0U));
+    EXPECT_EQ(follow([] { return true; }), std::optional(0U));
+    EXPECT_EQ(bytes.text(), "text");
+}
+
 TEST_F(FollowedRun, EndsWhenTheReaderHasEnough) {
     tool.answer({"show"}, {.output = std::string(1 << 20, 'x')});
     int calls = 0;

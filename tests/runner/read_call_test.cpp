@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
+#include "exiv2_wrapper/platform/quoting.h"
+#include "exiv2_wrapper/runner/process_runner.h"
 #include "runner/literal_parts.h"
 #include "support/case_name.h"
 #include "support/log_capture.h"
@@ -216,6 +218,19 @@ TEST_F(ReadCall, IsNotMadeForANameThatNoCommandLineHolds) {
     const fs::path longName = tool.path() / std::string(100'000, 'x');
     const std::vector<const fs::path*> list = {&longName};
     EXPECT_EQ(runReadCall(list, [](const FilePart&) {}).asked, 0U);
+}
+
+TEST_F(ReadCall, IsMadeForNamesThatFillTheLongestCommandLine) {
+    tool.knowReadCall();
+    const std::size_t room = kLongestCommandLine<fs::path::value_type> -
+                             commandLineRoom(tool.toolPath().native()) -
+                             commandLineRoom(asciiArgument("--read"));
+    const fs::path longest = std::string(room - 1, 'x');
+    const fs::path tooLong = std::string(room, 'x');
+    const std::vector<const fs::path*> list = {&longest, &files[0]};
+    EXPECT_EQ(runReadCall(list, [](const FilePart&) {}).asked, 1U);
+    const std::vector<const fs::path*> listOfTooLong = {&tooLong, &files[0]};
+    EXPECT_EQ(runReadCall(listOfTooLong, [](const FilePart&) {}).asked, 0U);
 }
 
 TEST_F(ReadCall, LetsAnExceptionPassAndLeavesTheToolKnown) {

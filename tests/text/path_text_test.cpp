@@ -12,6 +12,13 @@ TEST(Paths, OfAsciiAreTheSameInEveryForm) {
     EXPECT_EQ(utf8Path(path), "photos/IMG_0001.JPG");
 }
 
+TEST(Paths, OfOneCharacterAreThatCharacter) {
+    EXPECT_EQ(narrowPath("a"), "a");
+    EXPECT_EQ(widePath("a"), L"a");
+    EXPECT_EQ(utf8Path("a"), "a");
+    EXPECT_EQ(pathFromNarrow("a"), "a");
+}
+
 TEST(Paths, OfNothingAreEmptyInEveryForm) {
     EXPECT_EQ(narrowPath({}), "");
     EXPECT_EQ(widePath({}), L"");

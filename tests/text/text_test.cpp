@@ -117,6 +117,12 @@ TEST(Text, CallsATextPlainWhenEveryByteIsBelow0x80) {
     EXPECT_FALSE(isPlainAscii("\xFF"));
 }
 
+TEST(Text, CallsAUnitOfAnyWidthAsciiBelow0x80) {
+    EXPECT_TRUE(isAscii('\0') && isAscii('\x7F') && isAscii(L'\x7F'));
+    EXPECT_FALSE(isAscii('\x80') || isAscii('\xFF'));
+    EXPECT_FALSE(isAscii(L'\x80') || isAscii(L'\xFFFF'));
+}
+
 TEST(Text, KeepsTheLow32BitsOfAnInteger) {
     EXPECT_EQ(low32Bits(4294967297), 1);
     EXPECT_EQ(low32Bits(2147483648), std::numeric_limits<std::int32_t>::min());

@@ -57,18 +57,18 @@ std::vector<Bytes> pixelParts(Bytes file, const Exiv2::ExifData& tags) {
     return parts;
 }
 
-/// The least number of bytes of an uncompressed image. Colour differences may be stored for fewer
+/// Whether an uncompressed image may have so few bytes. Colour differences may be stored for fewer
 /// pixels than brightness, so only brightness counts where they are used.
-std::uint64_t leastBytes(PixelSize size, const Exiv2::ExifData& tags) {
+bool areAllRows(std::uint64_t bytes, PixelSize size, const Exiv2::ExifData& tags) {
     const bool isYCbCr = tagValue(tags, "PhotometricInterpretation", 0) == kYCbCr;
     const std::uint64_t samples = isYCbCr ? 1 : tagValue(tags, "SamplesPerPixel", 1);
     const std::uint64_t bits = tagValue(tags, "BitsPerSample", 1);
     if (samples > 0xFFFF || bits > 64) {
-        return UINT64_MAX;  // no such image
+        return false;  // no such image
     }
     // A row has less than 2^54 bits: 32 bits of width, 16 of samples, 6 of bits.
     const std::uint64_t row = (size.width * samples * bits + 7) / 8;
-    return row > UINT64_MAX / (size.height + std::uint64_t{1}) ? UINT64_MAX : row * size.height;
+    return row > 0 && bytes / row >= size.height;
 }
 
 bool holdsTiffPixels(Bytes file, PixelSize size) {
@@ -87,7 +87,7 @@ bool holdsTiffPixels(Bytes file, PixelSize size) {
     for (const Bytes part : parts) {
         total += part.size();
     }
-    return total >= (compression == kUncompressed ? leastBytes(size, tags) : 1);
+    return compression == kUncompressed ? areAllRows(total, size, tags) : total > 0;
 }
 
 }  // namespace

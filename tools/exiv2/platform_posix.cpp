@@ -42,6 +42,18 @@ std::span<const std::uint8_t> viewOf(int file) {
     return {static_cast<const std::uint8_t*>(view), size};
 }
 
+// Nothing interrupts a write: this program handles no signal.
+bool writeAll(int file, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = ::write(file, bytes.data(), bytes.size());
+        if (count < 0) {
+            return false;
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(count));
+    }
+    return true;
+}
+
 }  // namespace
 
 FileView::FileView(const NativeChar* name) {
@@ -63,27 +75,14 @@ FileView::~FileView() {
 }
 
 Written writeOutput(std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t count = ::write(STDOUT_FILENO, bytes.data(), bytes.size());
-        if (count < 0 && errno != EINTR) {
-            return errno == EPIPE ? Written::unwanted : Written::failed;
-        }
-        if (count > 0) {
-            bytes.remove_prefix(static_cast<std::size_t>(count));
-        }
+    if (writeAll(STDOUT_FILENO, bytes)) {
+        return Written::whole;
     }
-    return Written::whole;
+    return errno == EPIPE ? Written::unwanted : Written::failed;
 }
 
 void writeError(std::string_view text) {
-    while (!text.empty()) {
-        const ssize_t count = ::write(STDERR_FILENO, text.data(), text.size());
-        if (count > 0) {
-            text.remove_prefix(static_cast<std::size_t>(count));
-        } else if (count == 0 || errno != EINTR) {
-            return;
-        }
-    }
+    (void)writeAll(STDERR_FILENO, text);
 }
 
 }  // namespace exiv2_tool
