@@ -1,5 +1,6 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <malloc.h>
 #include <signal.h>
 #include <stdlib.h>
 #include <sys/mman.h>
@@ -9,6 +10,7 @@
 
 #include <array>
 #include <chrono>
+#include <cstddef>
 #include <future>
 #include <latch>
 #include <optional>
@@ -333,6 +335,31 @@ TEST_F(StartedTool, LeavesNoDescriptorAndNoChildBehindAfterFailures) {
     }
     EXPECT_EQ(countOpenHandles(), before);
     EXPECT_FALSE(hasChildren());
+}
+
+// What the system's functions keep for a start, which no operator new counts.
+TEST(Processes, LeaveNoMemoryBehindWhenTheyDoNotStart) {
+    Pipe pipe;
+    ASSERT_EQ(makePipe(pipe), 0U);
+    const auto failOften = [&pipe] {
+        for (int i = 0; i < 200; ++i) {
+            Process process;
+            EXPECT_NE(startRun("/missing/exiv2.exe", {}, pipe.writeEnd, process), 0U);
+        }
+    };
+    failOften();
+    const std::size_t before = ::mallinfo2().uordblks;
+    failOften();
+    EXPECT_LT(::mallinfo2().uordblks, before + 10'000);
+}
+
+TEST(Pipes, LeaveTheSignalsOfAWriterAsTheyWere) {
+    Pipe pipe;
+    ASSERT_EQ(makePipe(pipe), 0U);
+    EXPECT_EQ(writeAll(pipe.writeEnd, "text"), 0U);
+    sigset_t blocked;
+    pthread_sigmask(SIG_BLOCK, nullptr, &blocked);
+    EXPECT_EQ(sigismember(&blocked, SIGPIPE), 0);
 }
 
 TEST(Processes, AreReapedWhenTheirOwnerDies) {
