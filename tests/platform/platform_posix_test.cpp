@@ -14,6 +14,7 @@
 #include <future>
 #include <latch>
 #include <optional>
+#include <string>
 #include <thread>
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
@@ -360,6 +361,21 @@ TEST(Pipes, LeaveTheSignalsOfAWriterAsTheyWere) {
     sigset_t blocked;
     pthread_sigmask(SIG_BLOCK, nullptr, &blocked);
     EXPECT_EQ(sigismember(&blocked, SIGPIPE), 0);
+}
+
+// Or the reader of a host's output would wait for the guard's end too.
+TEST(Guard, HoldsNoOutputOfTheHosts) {
+    Pipe input;
+    Pipe output;
+    ASSERT_EQ(makePipe(input) + makePipe(output), 0U);
+    Service service;
+    ASSERT_EQ(startService("/bin/cat", "", input.readEnd, output.writeEnd, service), 0U);
+    const std::filesystem::path descriptors =
+        "/proc/" + std::to_string(service.guard.value()) + "/fd";
+    EXPECT_EQ(std::filesystem::read_symlink(descriptors / "1"), "/dev/null");
+    EXPECT_EQ(std::filesystem::read_symlink(descriptors / "2"), "/dev/null");
+    input.writeEnd.close();
+    awaitQuit(service);
 }
 
 TEST(Processes, AreReapedWhenTheirOwnerDies) {
