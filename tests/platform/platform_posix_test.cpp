@@ -1,5 +1,6 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <malloc.h>
 #include <signal.h>
 #include <stdlib.h>
 #include <sys/mman.h>
@@ -9,9 +10,11 @@
 
 #include <array>
 #include <chrono>
+#include <cstddef>
 #include <future>
 #include <latch>
 #include <optional>
+#include <string>
 #include <thread>
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
@@ -333,6 +336,46 @@ TEST_F(StartedTool, LeavesNoDescriptorAndNoChildBehindAfterFailures) {
     }
     EXPECT_EQ(countOpenHandles(), before);
     EXPECT_FALSE(hasChildren());
+}
+
+// What the system's functions keep for a start, which no operator new counts.
+TEST(Processes, LeaveNoMemoryBehindWhenTheyDoNotStart) {
+    Pipe pipe;
+    ASSERT_EQ(makePipe(pipe), 0U);
+    const auto failOften = [&pipe] {
+        for (int i = 0; i < 200; ++i) {
+            Process process;
+            EXPECT_NE(startRun("/missing/exiv2.exe", {}, pipe.writeEnd, process), 0U);
+        }
+    };
+    failOften();
+    const std::size_t before = ::mallinfo2().uordblks;
+    failOften();
+    EXPECT_LT(::mallinfo2().uordblks, before + 10'000);
+}
+
+TEST(Pipes, LeaveTheSignalsOfAWriterAsTheyWere) {
+    Pipe pipe;
+    ASSERT_EQ(makePipe(pipe), 0U);
+    EXPECT_EQ(writeAll(pipe.writeEnd, "text"), 0U);
+    sigset_t blocked;
+    pthread_sigmask(SIG_BLOCK, nullptr, &blocked);
+    EXPECT_EQ(sigismember(&blocked, SIGPIPE), 0);
+}
+
+// Or the reader of a host's output would wait for the guard's end too.
+TEST(Guard, HoldsNoOutputOfTheHosts) {
+    Pipe input;
+    Pipe output;
+    ASSERT_EQ(makePipe(input) + makePipe(output), 0U);
+    Service service;
+    ASSERT_EQ(startService("/bin/cat", "", input.readEnd, output.writeEnd, service), 0U);
+    const std::filesystem::path descriptors =
+        "/proc/" + std::to_string(service.guard.value()) + "/fd";
+    EXPECT_EQ(std::filesystem::read_symlink(descriptors / "1"), "/dev/null");
+    EXPECT_EQ(std::filesystem::read_symlink(descriptors / "2"), "/dev/null");
+    input.writeEnd.close();
+    awaitQuit(service);
 }
 
 TEST(Processes, AreReapedWhenTheirOwnerDies) {
