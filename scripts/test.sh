@@ -120,7 +120,8 @@ step_analysis() {
     find build/analysis/exiv2_wrapper build/analysis/tools/exiv2 -name 'unity_*.cxx' |
         "${tidy[@]}" -p build/analysis --checks="$united"
     tracked 'exiv2_wrapper/*_posix.cpp' 'exiv2_wrapper/runner/*.cpp' 'exiv2_wrapper/exiftool/*.cpp' \
-        'tools/*_posix.cpp' 'host/*.cpp' | grep -v '_win32\.cpp$' | sort --unique |
+        'tools/*_posix.cpp' tools/exiv2/memory.cpp 'host/*.cpp' | grep -v '_win32\.cpp$' |
+        sort --unique |
         "${tidy[@]}" -p build/analysis
     tracked 'exiv2_wrapper/*_win32.cpp' 'host/*_win32.cpp' 'tools/*_win32.cpp' |
         "${tidy[@]}" -p build/analysis-windows
