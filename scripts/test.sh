@@ -257,14 +257,15 @@ watch() {
     done
 }
 
-# check_packages STEP: whether the folders that the step has just configured found nothing but
-# what its scripts installed.
+# check_packages STEP: whether the folders that the step has made were configured with nothing but
+# what its scripts installed. Those of earlier steps may hold what these had asked for.
 check_packages() {
     local cache found packages=()
     command -v dpkg-query >/dev/null && [[ -e $EXIV2_WRAPPER_ASKED_PACKAGES ]] || return 0
     mapfile -t packages <"$EXIV2_WRAPPER_ASKED_PACKAGES"
     for cache in build/*/CMakeCache.txt; do
-        [[ $cache -nt $EXIV2_WRAPPER_ASKED_PACKAGES.begin ]] || continue
+        ! grep --quiet --line-regexp --fixed-strings "$cache" "$EXIV2_WRAPPER_ASKED_PACKAGES.before" ||
+            continue
         found=$(found_elsewhere "${cache%/*}" "${packages[@]}")
         if [[ -n $found ]]; then
             echo "$1 doesn't install what ${cache%/*} was configured with:"
@@ -278,7 +279,7 @@ check_packages() {
 perform() {
     export EXIV2_WRAPPER_ASKED_PACKAGES=$logs/$1.packages
     rm -f "$EXIV2_WRAPPER_ASKED_PACKAGES"
-    touch "$EXIV2_WRAPPER_ASKED_PACKAGES.begin"
+    find build -maxdepth 2 -name CMakeCache.txt >"$EXIV2_WRAPPER_ASKED_PACKAGES.before"
     "step_$1"
     check_packages "$1"
 }
