@@ -31,7 +31,7 @@ foreach(document IN LISTS documents ITEMS "${PROJECT_SOURCE_DIR}/README.md"
   string(REPLACE "](tools/exiv2/" "](../tools/" text "${text}")
   string(REPLACE "](exiv2_wrapper/exiv2_wrapper.h" "](../include/exiv2_wrapper/exiv2_wrapper.h" text
                  "${text}")
-  string(REGEX REPLACE "\\[([^]]*)\\]\\((exiv2_wrapper|host|samples|scripts|examples/embedded)[^)]*\\)"
+  string(REGEX REPLACE "\\[([^]]*)\\]\\((exiv2_wrapper|host|samples|scripts|tests|examples/embedded)[^)]*\\)"
                        "\\1" text "${text}")
   string(REPLACE "[CONTRIBUTING.md](CONTRIBUTING.md)" "CONTRIBUTING.md" text "${text}")
   cmake_path(GET document FILENAME name)
