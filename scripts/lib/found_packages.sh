@@ -30,12 +30,12 @@ needed_by() {
 }
 
 # found_elsewhere BUILD PACKAGE...: what the configuration of this folder found that belongs to none of
-# those packages nor to what they need. CMake takes the linker that is there; doxygen and
-# groff are optional.
+# those packages nor to what they need. CMake's own programs are those that are there; doxygen, groff and
+# Wine are optional.
 found_elsewhere() {
     local cache=$1/CMakeCache.txt
     shift
-    sed -n '/^CMAKE_LINKER:/d; /DOXYGEN\|GROFF/d; s/^[^#/][^=]*=\(\/usr\/.*\)$/\1/p' "$cache" | tr ';' '\n' |
+    sed -n '/^CMAKE_/d; /DOXYGEN/d; /GROFF/d; /WINE:/d; s/^[^#/][^=]*=\(\/usr\/.*\)$/\1/p' "$cache" | tr ';' '\n' |
         xargs --delimiter='\n' realpath --canonicalize-existing --quiet | sort --unique |
         xargs --delimiter='\n' dpkg-query --search 2>/dev/null |
         awk -v needed="$(needed_by "$@" | tr '\n' ' ')" '
