@@ -2,7 +2,7 @@
 # as one, or those of each of these folders as one and others alone, where EXIV2_WRAPPER_UNITE_SOURCES
 # says so: most of them spend their time on the same large headers and templates. Names in unnamed
 # namespaces are therefore unique within a target or folder. Sources for one platform stay alone, since
-# the system's headers are full of macros. Call it when the target has all of its sources.
+# the system's headers are full of macros, unless a generator expression picks them. Call it when the target has all of its sources.
 function(exiv2_wrapper_unite_sources target)
   get_target_property(sources ${target} SOURCES)
   set(mode BATCH)

@@ -25,6 +25,14 @@ bool isReadAlikeWithoutXmp(const JpegSegment& segment) {
            segment.marker == JpegSegment::kRestartInterval;
 }
 
+std::vector<std::uint8_t> joined(const std::vector<std::span<const std::uint8_t>>& parts) {
+    std::vector<std::uint8_t> bytes;
+    for (const std::span<const std::uint8_t> part : parts) {
+        bytes.insert(bytes.end(), part.begin(), part.end());
+    }
+    return bytes;
+}
+
 }  // namespace
 
 std::vector<std::uint8_t> withoutXmp(std::span<const std::uint8_t> bytes) {
@@ -33,13 +41,9 @@ std::vector<std::uint8_t> withoutXmp(std::span<const std::uint8_t> bytes) {
     bool hasXmp = false;
     JpegSegments segments(bytes);
     while (const std::optional<JpegSegment> segment = segments.next()) {
-        if (segment->marker == JpegSegment::kStartOfScan) {
+        if (segment->marker == JpegSegment::kStartOfScan && hasXmp) {
             parts.push_back(segment->bytes);
-            std::vector<std::uint8_t> front;
-            for (const std::span<const std::uint8_t> part : parts) {
-                front.insert(front.end(), part.begin(), part.end());
-            }
-            return hasXmp ? front : std::vector<std::uint8_t>();
+            return joined(parts);
         }
         if (!isReadAlikeWithoutXmp(*segment)) {
             break;
