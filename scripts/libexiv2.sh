@@ -86,6 +86,7 @@ install_project() {
     local source=$1
     local build=$work/objects/$platform/${source##*/}
     shift
+    rm -rf "$build"
     cmake -G Ninja -S "$source" -B "$build" -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX="$target" \
         -DCMAKE_INSTALL_LIBDIR=lib -DBUILD_SHARED_LIBS=OFF -Wno-dev "$@" &&
     cmake --build "$build" --target install
@@ -106,9 +107,21 @@ fetch_exiv2() {
     fi
 }
 
+# install_exiv2 OPTION...: its sources compiled eight at a time, in less than half the time; one by one
+# where a version of it doesn't compile so.
+install_exiv2() {
+    local guarded=$work/source/exiv2/src/enforce.hpp
+    if [[ -f $guarded ]] && ! grep --quiet '^#pragma once' "$guarded"; then
+        sed -i '1i #pragma once' "$guarded"
+    fi
+    install_project "$work/source/exiv2" "${exiv2_options[@]}" "$@" -DCMAKE_UNITY_BUILD=ON \
+        -DCMAKE_PROJECT_exiv2_INCLUDE="$root/cmake/UniteLibexiv2.cmake" ||
+        install_project "$work/source/exiv2" "${exiv2_options[@]}" "$@"
+}
+
 make_native() {
     fetch_exiv2 &&
-    install_project "$work/source/exiv2" "${exiv2_options[@]}" \
+    install_exiv2 \
         -DCMAKE_POSITION_INDEPENDENT_CODE=OFF -DCMAKE_CXX_FLAGS_RELEASE="$section_flags -DNDEBUG" \
         -DEXPAT_LIBRARY="$(find /usr/lib -name libexpat.a -print -quit)" \
         -DZLIB_LIBRARY="$(find /usr/lib -name libz.a -not -path '*mingw*' -print -quit)"
@@ -122,7 +135,7 @@ make_windows() {
         -DEXPAT_DTD=OFF -DCMAKE_C_FLAGS=-DXML_DTD=1 -DEXPAT_SHARED_LIBS=OFF -DEXPAT_BUILD_TOOLS=OFF -DEXPAT_BUILD_EXAMPLES=OFF \
         -DEXPAT_BUILD_TESTS=OFF -DEXPAT_BUILD_DOCS=OFF &&
     fetch_exiv2 &&
-    install_project "$work/source/exiv2" "${exiv2_options[@]}" -DCMAKE_TOOLCHAIN_FILE="$toolchain" \
+    install_exiv2 -DCMAKE_TOOLCHAIN_FILE="$toolchain" \
         -DCMAKE_PREFIX_PATH="$target" -DCMAKE_CXX_FLAGS=-DXML_STATIC -DCMAKE_EXE_LINKER_FLAGS=-static \
         -DCMAKE_CXX_FLAGS_RELEASE="$section_flags -DNDEBUG" \
         -DEXPAT_LIBRARY="$target/lib/libexpat.a" -DEXPAT_INCLUDE_DIR="$target/include" \
