@@ -104,25 +104,32 @@ step_native() {
     workflow debug
 }
 
-# The analysis sees a file as a build by Clang compiles it: the sources of most folders as one, so
-# that large headers are read once. The files that include them aren't ours. Paths through the code are
-# searched everywhere but in photoinfo, where that has never found anything. Without a static libexiv2 on
-# this machine, only the exiv2.exe for Windows has memory of its own.
+# The newest clang-tidy that Debian 12 has leaves the system's headers out of its look, and takes a
+# quarter of the time.
+newest_clang_tidy() {
+    local name=clang-tidy-22
+    if ! command -v "$name" >/dev/null && ! apt-cache show "$name" >/dev/null 2>&1; then
+        name=clang-tidy
+    fi
+    echo "$name"
+}
+
+# The analysis sees a file as a build by Clang compiles it: the sources of a folder as one, so that
+# large headers are read once. The files that include them aren't ours. Without a static libexiv2 on this
+# machine, only the exiv2.exe for Windows has memory of its own.
 step_analysis() {
-    install_missing "${packages_build[@]}" "${packages_analysis[@]}"
-    local tidy=(xargs --max-procs="$jobs" --max-args=1 clang-tidy --quiet
+    local clang_tidy
+    clang_tidy=$(newest_clang_tidy)
+    install_missing "${packages_build[@]}" "${packages_analysis[@]}" "$clang_tidy"
+    local tidy=(xargs --max-procs="$jobs" --max-args=1 "$clang_tidy" --quiet
         --header-filter='/(exiv2_wrapper|host|tools)/.*\.(h|cpp)$')
-    local united=-bugprone-suspicious-include
     scripts/libexiv2.sh windows
     cmake --preset analysis
     cmake --preset analysis-windows
-    find build/analysis/tools/photoinfo -name 'unity_*.cxx' |
-        "${tidy[@]}" -p build/analysis --checks="$united,-clang-analyzer-*"
-    find build/analysis/exiv2_wrapper build/analysis/tools/exiv2 -name 'unity_*.cxx' |
-        "${tidy[@]}" -p build/analysis --checks="$united"
-    tracked 'exiv2_wrapper/*_posix.cpp' 'exiv2_wrapper/runner/*.cpp' 'exiv2_wrapper/exiftool/*.cpp' \
-        'tools/*_posix.cpp' 'host/*.cpp' | grep -v '_win32\.cpp$' | sort --unique |
-        "${tidy[@]}" -p build/analysis
+    {
+        find build/analysis -name 'unity_*.cxx' | sort --reverse
+        tracked 'exiv2_wrapper/*_posix.cpp' 'tools/*_posix.cpp' 'host/*.cpp'
+    } | "${tidy[@]}" -p build/analysis --checks=-bugprone-suspicious-include
     tracked 'exiv2_wrapper/*_win32.cpp' 'host/*_win32.cpp' 'tools/*_win32.cpp' tools/exiv2/memory.cpp |
         "${tidy[@]}" -p build/analysis-windows
 }
@@ -148,7 +155,7 @@ step_tsan() {
 }
 
 step_fuzzers() {
-    scripts/fuzz.sh 8
+    scripts/fuzz.sh 5
 }
 
 # Wine's first start fills its prefix, which takes longer than a test may; no test should wait for

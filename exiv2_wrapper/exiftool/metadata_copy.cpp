@@ -41,7 +41,7 @@ constexpr float kNoRating = -2.0F;
 constexpr std::string_view kSuccess = "1 image files updated";
 
 std::string formatOf(const std::filesystem::path& file) {
-    std::string extension =
+    const std::string extension =
         exiv2_wp::internal::lowerCased(exiv2_wp::internal::utf8Path(file.extension()));
     return extension.empty() ? extension : extension.substr(1);
 }

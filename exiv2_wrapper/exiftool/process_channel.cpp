@@ -33,7 +33,7 @@ std::filesystem::path startablePath(const std::filesystem::path& tool) {
     if (isAscii(tool)) {
         return tool;
     }
-    std::filesystem::path shortForm = platform::shortPath(tool);
+    const std::filesystem::path shortForm = platform::shortPath(tool);
     return shortForm.empty() ? tool : shortForm;
 }
 

@@ -56,19 +56,21 @@ constexpr std::size_t kLongestLine = std::tuple_size_v<Numbers> * (kLongestNumbe
 
 std::optional<Numbers> parseLine(std::string_view line) {
     Numbers numbers{};
-    const char* at = line.data();
-    const char* const end = at + line.size();
     for (std::size_t i = 0; i < numbers.size(); ++i) {
-        if (i > 0 && (at == end || *at++ != ' ')) {
-            return std::nullopt;
+        if (i > 0) {
+            if (!line.starts_with(' ')) {
+                return std::nullopt;
+            }
+            line.remove_prefix(1);
         }
-        const std::from_chars_result result = std::from_chars(at, end, numbers[i]);
+        const char* const end = line.data() + line.size();
+        const std::from_chars_result result = std::from_chars(line.data(), end, numbers[i]);
         if (result.ec != std::errc()) {
             return std::nullopt;
         }
-        at = result.ptr;
+        line.remove_prefix(static_cast<std::size_t>(result.ptr - line.data()));
     }
-    return at == end ? std::optional(numbers) : std::nullopt;
+    return line.empty() ? std::optional(numbers) : std::nullopt;
 }
 
 bool canBecomeLine(std::string_view text) {

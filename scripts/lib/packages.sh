@@ -29,9 +29,9 @@ packages_browser=(chromium fonts-dejavu-core)
 # To run the tests under the sanitizers of Clang.
 # shellcheck disable=SC2034
 packages_sanitizers=(clang llvm libclang-rt-dev)
-# To analyse the sources, those for Windows too.
+# To analyse the sources, those for Windows too, beside clang-tidy.
 # shellcheck disable=SC2034
-packages_analysis=(git clang clang-tidy libexiv2-dev g++-mingw-w64-x86-64-posix)
+packages_analysis=(git clang libexiv2-dev g++-mingw-w64-x86-64-posix)
 # To build and run the fuzzers.
 # shellcheck disable=SC2034
 packages_fuzz=(clang llvm libclang-rt-dev)

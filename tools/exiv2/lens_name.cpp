@@ -38,7 +38,7 @@ std::string lensText(const Exiv2::ExifData& tags) {
 }
 
 std::string knownLens(std::string_view printed) {
-    std::string name = plainLine(printed);
+    const std::string name = plainLine(printed);
     std::string lower = name;
     std::transform(lower.begin(), lower.end(), lower.begin(), lowerCase);
     const bool isNoLens = lower.starts_with(kUnknown) ||

@@ -25,6 +25,7 @@ std::string utf8Of(std::wstring_view wide) {
 
 }  // namespace
 
+// NOLINTNEXTLINE(misc-use-internal-linkage): the system calls it
 int wmain(int count, wchar_t** arguments) {
     // A photo that brings libexiv2 down ends this process, without a dialog.
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);

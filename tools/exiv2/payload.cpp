@@ -25,6 +25,7 @@ std::vector<std::uint64_t> tagValues(const Exiv2::ExifData& tags, const char* na
         return {};
     }
     std::vector<std::uint64_t> values;
+    values.reserve(static_cast<std::size_t>(tag->count()));
     for (decltype(tag->count()) i = 0; i < tag->count(); ++i) {
         values.push_back(static_cast<std::uint64_t>(numberAt(*tag, i)));
     }

@@ -158,6 +158,7 @@ private:
 
 }  // namespace
 
+// NOLINTNEXTLINE(misc-use-internal-linkage): the system calls it
 int wmain(int argc, wchar_t** argv) {
     const Utf8Console console;
     // Narrow paths can then hold every name. Older runtime libraries don't know it and change

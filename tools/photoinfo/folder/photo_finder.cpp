@@ -35,7 +35,7 @@ public:
     FoundFiles run(const fs::path& folder) {
         pending_.push_back(folder);
         while (!pending_.empty() && !isStopped_()) {
-            fs::path next = std::move(pending_.back());
+            const fs::path next = std::move(pending_.back());
             pending_.pop_back();
             readFolder(next);
         }
