@@ -1,6 +1,6 @@
-# For the tests' folder. EXIV2_WRAPPER_LINK_BY_LLD: programs for Windows are linked by LLD, which takes a
-# tenth of a second for four of GNU ld. Clang starts it, since GCC starts none but its own for Windows.
-# What is shipped is linked as ever.
+# For photoinfo's folder and the tests'. EXIV2_WRAPPER_LINK_BY_LLD: programs for Windows are linked by LLD,
+# which takes a tenth of a second for four of GNU ld. Clang starts it, since GCC starts none but its own
+# for Windows. The package's build is linked as ever.
 if(EXIV2_WRAPPER_LINK_BY_LLD)
   execute_process(COMMAND "${CMAKE_CXX_COMPILER}" -print-libgcc-file-name
                   OUTPUT_VARIABLE gcc OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)

@@ -7,20 +7,12 @@
 #include <string>
 #include <vector>
 
-#include "exiv2_wrapper/exiv2_wrapper.h"
 #include "photoinfo/command.h"
 #include "photoinfo/folder/interrupt.h"
 #include "photoinfo/folder/photo_finder.h"
+#include "photoinfo/folder/scanned_photo.h"
 
 namespace photoinfo {
-
-/// What became of one photo of a folder.
-struct ScannedPhoto {
-    std::string file;   ///< its name, as FoundFile has it
-    std::string error;  ///< why it couldn't be asked about; empty: it was
-    std::optional<exiv2_wp::SExivMetadataInfo> summary = {};  ///< none: no metadata
-    std::string lensName = {};  ///< as exiv2.exe names the lens; empty: unknown
-};
 
 /// A command's way through all photos of a folder: the options that such commands share, the photos
 /// that it finds, and what the library says of each.

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "photoinfo/folder/folder_scan.h"
+#include "photoinfo/folder/scanned_photo.h"
 #include "photoinfo/show/json.h"
 
 namespace photoinfo {
