@@ -2,12 +2,6 @@
 # utilities. Kept between runs, since it compiles the whole library.
 include("${SETTINGS}")
 
-# Natively each source of the library is compiled alone, as an editor's own preset may do it: one that
-# lacks an include is found here.
-if(PLATFORM STREQUAL "Windows")
-  list(APPEND CONFIGURE_ARGUMENTS -DEXIV2_WRAPPER_UNITE_SOURCES=ON)
-endif()
-
 # embed(ARGUMENT...): configures and builds the editor, then installs it. `installed` receives the
 # files that came with it.
 macro(embed)
