@@ -8,6 +8,7 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <sstream>
+#include <utility>
 
 #include "exiv2_wrapper/exiftool/tag_reader.h"
 #include "exiv2_wrapper/exiv2_wrapper.h"
@@ -104,19 +105,17 @@ TEST_P(RealPhoto, HasTheTagsThatTheToolPrintsByItself) {
     EXPECT_EQ(tags, tagsPrintedFor(GetParam()));
 }
 
-// One photo's metadata in fresh files, as exports leave them, and what an independent run of the
-// tool reads there.
-struct Exports {
-    explicit Exports(const std::filesystem::path& photo) {
+// A photo's metadata in fresh files, as exports leave them, and what independent runs of the tool
+// read there.
+struct Export {
+    explicit Export(std::filesystem::path file) : photo(std::move(file)) {
         const ExportMetadataParameters parameters{300, 240, 2, "Editor 1.0", 3.0F};
-        for (const std::filesystem::path& file : {jpeg, png, tiff}) {
-            areAllCopied = copyMetadata(photo, file, parameters) && areAllCopied;
+        for (const std::filesystem::path& copy : {jpeg, png, tiff}) {
+            areAllCopied = copyMetadata(photo, copy, parameters) && areAllCopied;
         }
-        const Json all = readBack({photo, jpeg, png, tiff});
-        source = all.at(0);
-        copies = {{"JPEG", all.at(1)}, {"PNG", all.at(2)}, {"TIFF", all.at(3)}};
     }
 
+    std::filesystem::path photo;
     TemporaryDirectory folder{"real-copy-"};
     std::filesystem::path jpeg = folder.makeFile("export.jpg", test_support::freshJpeg());
     std::filesystem::path png = folder.makeFile("export.png", test_support::freshPng());
@@ -124,23 +123,47 @@ struct Exports {
     bool areAllCopied = true;
     Json source;
     std::vector<std::pair<std::string, Json>> copies;
+    Json sourceNotes;
+    Json jpegNotes;
+    Json tiffNotes;
 };
+
+// Of all photos at once, since a start of the tool takes longer than a photo.
+std::vector<std::unique_ptr<Export>> makeExports() {
+    std::vector<std::unique_ptr<Export>> exports;
+    std::vector<std::filesystem::path> files;
+    for (const std::filesystem::path& photo : listFiles(PHOTOS)) {
+        exports.push_back(std::make_unique<Export>(photo));
+        const Export& made = *exports.back();
+        files.insert(files.end(), {made.photo, made.jpeg, made.png, made.tiff});
+    }
+    const Json tags = readBack(files);
+    const Json notes = readBack(files, {"-MakerNotes"});
+    for (std::size_t i = 0; i < exports.size(); ++i) {
+        Export& made = *exports[i];
+        const std::size_t first = 4 * i;
+        made.source = tags.at(first);
+        made.copies = {{"JPEG", tags.at(first + 1)},
+                       {"PNG", tags.at(first + 2)},
+                       {"TIFF", tags.at(first + 3)}};
+        made.sourceNotes = notes.at(first);
+        made.jpegNotes = notes.at(first + 1);
+        made.tiffNotes = notes.at(first + 3);
+    }
+    return exports;
+}
 
 class RealCopy : public RealPhoto {
 protected:
-    // Made once a photo, since each takes a while.
-    static const Exports& exports() {
-        static std::map<std::filesystem::path, std::unique_ptr<Exports>> made;
-        std::unique_ptr<Exports>& exports = made[GetParam()];
-        if (exports == nullptr) {
-            exports = std::make_unique<Exports>(GetParam());
-        }
-        return *exports;
+    static const Export& exported() {
+        static const std::vector<std::unique_ptr<Export>> exports = makeExports();
+        return **std::find_if(exports.begin(), exports.end(),
+                              [](const auto& made) { return made->photo == GetParam(); });
     }
 };
 
 TEST_P(RealCopy, IsConfirmedForJpegPngAndTiff) {
-    EXPECT_TRUE(exports().areAllCopied);
+    EXPECT_TRUE(exported().areAllCopied);
 }
 
 // A value of the export. A PNG has it as XMP where the tool had XMP to write, else as Exif; where
@@ -180,8 +203,8 @@ void expectCarried(const Json& source, const std::string& sourceName, const Json
 }
 
 TEST_P(RealCopy, SetsTheValuesOfTheExportAndDropsWhatDescribedTheSourcesPixels) {
-    const Json& source = exports().source;
-    for (const auto& [format, copy] : exports().copies) {
+    const Json& source = exported().source;
+    for (const auto& [format, copy] : exported().copies) {
         SCOPED_TRACE(format);
         if (format != "PNG" || source.contains("IFD0:Orientation")) {
             expectExported(copy, "Orientation", 1);
@@ -199,8 +222,8 @@ TEST_P(RealCopy, SetsTheValuesOfTheExportAndDropsWhatDescribedTheSourcesPixels) 
 }
 
 TEST_P(RealCopy, CarriesCameraAndExposure) {
-    const Json& source = exports().source;
-    for (const auto& [format, copy] : exports().copies) {
+    const Json& source = exported().source;
+    for (const auto& [format, copy] : exported().copies) {
         SCOPED_TRACE(format);
         const bool isPng = format == "PNG";
         for (const char* const name : {"Make", "Model"}) {
@@ -212,33 +235,72 @@ TEST_P(RealCopy, CarriesCameraAndExposure) {
                           std::string(isPng ? "XMP-exif:" : "ExifIFD:") + name);
         }
     }
-    const Json& pngCopy = exports().copies.at(1).second;
+    const Json& pngCopy = exported().copies.at(1).second;
     expectCarried(source, "ExifIFD:LensModel", pngCopy, "XMP-aux:Lens");
     expectCarried(source, "ExifIFD:SerialNumber", pngCopy, "XMP-aux:SerialNumber");
 }
 
+// What the tool says of each photo's maker notes, in their order: all of their values as text, and
+// whether it warns of the photo.
+struct PrintedNotes {
+    std::string values;
+    bool isWarnedOf = false;
+};
+
+std::vector<PrintedNotes> printNotes(const std::vector<std::filesystem::path>& photos) {
+    std::vector<std::string> arguments = {"-s3", "-makernotes"};
+    for (const std::filesystem::path& photo : photos) {
+        arguments.push_back(utf8(photo));
+    }
+    const test_support::ProgramResult printed = runRealTool(arguments);
+    std::vector<PrintedNotes> notes;
+    std::istringstream lines(printed.output);
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with("======== ")) {
+            notes.emplace_back();
+        } else if (!notes.empty()) {
+            notes.back().values += line;
+        }
+    }
+    std::istringstream warnings(printed.error);
+    for (std::string line; std::getline(warnings, line);) {
+        for (std::size_t i = 0; i < photos.size(); ++i) {
+            const bool isAboutIt = line.ends_with("/" + utf8(photos[i].filename()));
+            if (isAboutIt && line.find("arning") != std::string::npos) {
+                notes.at(i).isWarnedOf = true;
+            }
+        }
+    }
+    return notes;
+}
+
+const PrintedNotes& notesPrintedFor(const std::filesystem::path& file) {
+    static const std::vector<std::filesystem::path> files = listFiles(PHOTOS);
+    static const std::vector<PrintedNotes> printed = printNotes(files);
+    const auto place = std::find(files.begin(), files.end(), file) - files.begin();
+    return printed.at(static_cast<std::size_t>(place));
+}
+
 TEST_P(RealCopy, CarriesMakerNotesByTheSizeRule) {
-    const test_support::ProgramResult sourceNotes =
-        runRealTool({utf8(GetParam()), "-s3", "-makernotes"});
+    const PrintedNotes& printed = notesPrintedFor(GetParam());
     std::string digits;
-    for (const char c : sourceNotes.output) {
+    for (const char c : printed.values) {
         digits += c >= '0' && c <= '9' ? std::string(1, c) : "";
     }
-    const bool isWarnedOf = sourceNotes.error.find("arning") != std::string::npos;
-    const bool isSmall = !isWarnedOf && (digits.empty() || std::stol(digits) <= 60000);
+    const bool isSmall = !printed.isWarnedOf && (digits.empty() || std::stol(digits) <= 60000);
 
     // Maker notes elsewhere, as in a DNG's private data, stay where they are.
-    const Json notes = readBack({GetParam(), exports().jpeg, exports().tiff}, {"-MakerNotes"});
-    const auto has = [&notes](std::size_t i) {
-        for (const auto& [name, value] : notes.at(i).items()) {
+    const auto hasAny = [](const Json& notes) {
+        for (const auto& [name, value] : notes.items()) {
             if (name.starts_with("ExifIFD:")) {
                 return true;
             }
         }
         return false;
     };
-    EXPECT_EQ(has(1), has(0) && isSmall) << sourceNotes.output << sourceNotes.error;
-    EXPECT_EQ(has(2), has(0)) << sourceNotes.output;
+    const Export& made = exported();
+    EXPECT_EQ(hasAny(made.jpegNotes), hasAny(made.sourceNotes) && isSmall) << printed.values;
+    EXPECT_EQ(hasAny(made.tiffNotes), hasAny(made.sourceNotes));
 }
 
 INSTANTIATE_TEST_SUITE_P(RealExiftool, RealPhoto, ::testing::ValuesIn(listFiles(PHOTOS)),
