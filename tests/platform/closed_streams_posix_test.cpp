@@ -105,7 +105,7 @@ TEST_P(HostWithClosedDescriptors, StartsToolsWhileOtherThreadsOpenFiles) {
         std::atomic<bool> isOver = false;
         std::thread other([&isOver] {
             while (!isOver) {
-                ::close(::open("/dev/null", O_RDWR));  // NOLINT: without close-on-exec on purpose
+                ::close(::open("/dev/null", O_RDWR));  // without close-on-exec on purpose
             }
         });
         int result = kRightOutput;

@@ -105,7 +105,7 @@ TEST_F(StartedTool, HasItsOwnPathForAName) {
 TEST_F(StartedTool, HasNoDescriptorOfTheHostButTheStandardOnes) {
     std::array<int, 8> left{};
     for (int& descriptor : left) {
-        descriptor = ::open("/dev/null", O_RDONLY);  // NOLINT: without close-on-exec on purpose
+        descriptor = ::open("/dev/null", O_RDONLY);  // without close-on-exec on purpose
     }
     ASSERT_EQ(::dup2(left[0], 200), 200);
     EXPECT_EQ(outputOf("/bin/ls", {"/proc/self/fd"}), "0\n1\n2\n3\n");
