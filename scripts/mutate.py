@@ -58,8 +58,8 @@ LEFT_OUT = r'_win32\.cpp$|crop_factor_rows|record_layout|xmp_namespaces'
 # Asked only about changes of their own room.
 SLOW = r'real_exiftool|report|shell|stress|handles|packaging|photo_tool_getter|hostile'
 
-MEMORY = 4 << 30
-LARGEST_FILE = 8 << 30  # a test makes one of 4 GB that holds nothing
+MEMORY = 16 << 30
+LARGEST_FILE = 8 << 30  # a test makes one of 4 GB that holds nothing, and maps it
 
 
 # ---- changes

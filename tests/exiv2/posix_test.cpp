@@ -153,13 +153,14 @@ TEST_F(PosixCalls, ThatEndByASignalAreFailedRunsToTheLibrary) {
 // libexiv2 looks through gigabytes of nothing for the next segment when the signal comes.
 TEST_F(PosixCalls, ThatEndByASignalWhileTheyReadAreFailedRunsToTheLibrary) {
     const test_support::TemporaryDirectory tools;
-    const fs::path tool = tools.makeFile("exiv2.exe",
-                                         "#!/bin/sh\n"
-                                         "case \"$*\" in *endless*) ;; *) exec " EXIV2_TOOL
-                                         " \"$@\" ;; esac\n" EXIV2_TOOL
-                                         " \"$@\" &\n"
-                                         "until grep -q endless /proc/$!/maps; do :; done\n"
-                                         "kill -SEGV $!; wait $!\n");
+    const fs::path tool = tools.makeFile(
+        "exiv2.exe",
+        "#!/bin/sh\n"
+        "case \"$*\" in *endless*) ;; *) exec " EXIV2_TOOL " \"$@\" ;; esac\n" EXIV2_TOOL
+        " \"$@\" &\n"
+        "until grep -q endless /proc/$!/maps\n"
+        "do grep -q '^State:.[^Z]' /proc/$!/status || exit 9; done\n"
+        "kill -SEGV $!; wait $!\n");
     ::chmod(tool.c_str(), 0700);
     const fs::path endless = folder.makeFile("endless.jpg", "\xFF\xD8");
     fs::resize_file(endless, std::uintmax_t{1} << 32U);
