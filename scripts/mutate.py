@@ -286,8 +286,10 @@ def limit():
 
 
 def contained(folder, command):
-    """The command where only `folder` can be written to, and where only its own processes live."""
+    """The command where only `folder` and a /tmp of its own can be written to, and where only its own
+    processes live."""
     script = '''
+        [[ $0 == /tmp/* ]] || mount -t tmpfs none /tmp
         mount --bind "$0" "$0" && mount -o remount,bind,ro / && cd "$PWD" && "$@"
         exit $?  # or the shell would make way for the program, and nobody would reap its children
     '''
