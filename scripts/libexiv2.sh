@@ -108,11 +108,11 @@ fetch_exiv2() {
 }
 
 # install_exiv2 OPTION...: its sources compiled eight at a time, in less than half the time; one by one
-# where a version of it doesn't compile so.
+# where a version of it doesn't compile so. A header of it may be read but once.
 install_exiv2() {
-    local guarded=$work/source/exiv2/src/enforce.hpp
-    if [[ -f $guarded ]] && ! grep --quiet '^#pragma once' "$guarded"; then
-        sed -i '1i #pragma once' "$guarded"
+    local header=$work/source/exiv2/src/enforce.hpp
+    if [[ -f $header ]] && ! grep --quiet '^#pragma once' "$header"; then
+        sed -i '1i #pragma once' "$header"
     fi
     install_project "$work/source/exiv2" "${exiv2_options[@]}" "$@" -DCMAKE_UNITY_BUILD=ON \
         -DCMAKE_PROJECT_exiv2_INCLUDE="$root/cmake/UniteLibexiv2.cmake" ||
