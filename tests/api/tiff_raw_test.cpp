@@ -25,7 +25,7 @@ void PrintTo(const Model& model, std::ostream* stream) {
     *stream << model.model;
 }
 
-constexpr std::array<Model, 10> kModels = {{
+constexpr std::array<Model, 12> kModels = {{
     {"TheFirstModel", "canon eos-1d", true},
     {"TheSecondModel", "Canon EOS-1Ds", true},
     {"TheThirdModel", "EOS D2000C", true},
@@ -35,6 +35,8 @@ constexpr std::array<Model, 10> kModels = {{
     {"TheFragmentAlone", "EOSDCS1B", true},
     {"TheFragmentAmongOtherWords", "Kodak EOSDCS1B FILM BACK", true},
     {"TheFragmentWithABlankInIt", "EOS DCS1B", false},
+    {"TheFragmentWithoutItsEnd", "EOSDCS1", false},
+    {"TheFragmentWithoutItsBeginning", "OSDCS1B", false},
     {"AnEmptyModel", "", false},
 }};
 
