@@ -185,17 +185,11 @@ end_wine() {
     fi
 }
 
-# Debian's npm, by which the real exiftool.exe comes, is large, so any that is there will do.
-fetch_exiftool() {
-    command -v npm >/dev/null || install_missing npm
-    scripts/fetch_windows_exiftool.sh
-}
-
 # Wine shows this machine's files as drive Z.
 step_wine() {
     install_missing "${packages_build[@]}" "${packages_tools[@]}" "${packages_tests[@]}" \
         "${packages_windows[@]}" "${packages_windows_package[@]}"
-    fetch_exiftool
+    scripts/fetch_windows_exiftool.sh
     scripts/libexiv2.sh windows
     record_printouts
     start_wine
@@ -215,7 +209,7 @@ make_locales() {
 step_product() {
     install_missing "${packages_build[@]}" "${packages_tools[@]}" "${packages_tests[@]}" \
         "${packages_windows[@]}" "${packages_windows_package[@]}" "${packages_locales[@]}"
-    fetch_exiftool
+    scripts/fetch_windows_exiftool.sh
     scripts/libexiv2.sh windows
     make_locales
     scripts/record_answers.sh
@@ -227,7 +221,7 @@ step_product() {
 
 step_package() {
     install_missing "${packages_build[@]}" "${packages_windows[@]}" "${packages_windows_package[@]}"
-    fetch_exiftool
+    scripts/fetch_windows_exiftool.sh
     scripts/package_windows.sh
     start_wine
     with_fixed_addresses tests/packaging/try_windows_package.sh build/package/*.zip \
