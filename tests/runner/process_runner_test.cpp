@@ -340,10 +340,11 @@ TEST_P(ExitCodeOfACrash, IsACrash) {
     EXPECT_TRUE(isCrash(GetParam()));
 }
 
-// A signal; a breakpoint, an access violation, a C++ exception, a failed fast.
+// The lowest; a signal; a breakpoint, an access violation, a C++ exception, a failed fast; the
+// highest.
 INSTANTIATE_TEST_SUITE_P(, ExitCodeOfACrash,
-                         ::testing::Values(kCrash + 11, 0x80000003U, 0xC0000005U, 0xE06D7363U,
-                                           0xC0000409U));
+                         ::testing::Values(0x80000000U, kCrash + 11, 0x80000003U, 0xC0000005U,
+                                           0xE06D7363U, 0xC0000409U, 0xFFFFFEFFU));
 
 TEST(ProcessRunnerOfATool, RunsInAFolderWithBlanksInItsName) {
     const LogCapture log;
