@@ -12,6 +12,9 @@
 
 // This program's memory is that of exiv2.exe, whose source it contains.
 
+// Clang declares it by an option alone.
+void operator delete(void* object, std::size_t size) noexcept;
+
 namespace {
 
 constexpr std::size_t kAlignment = __STDCPP_DEFAULT_NEW_ALIGNMENT__;
