@@ -9,7 +9,7 @@ struct logstream::Items {};
 
 logstream::logstream() = default;
 logstream::logstream(const logstream&) {}
-// NOLINTNEXTLINE(bugprone-unhandled-self-assignment,cert-oop54-cpp): there is nothing to copy
+// There is nothing to copy.
 logstream& logstream::operator=(const logstream&) {
     return *this;
 }
@@ -28,7 +28,7 @@ logstream& logstream::operator<<(const std::wstring&) {
     return *this;
 }
 
-// NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the host's own name
+// The host's own name.
 logstream __vesklog() {
     return {};
 }

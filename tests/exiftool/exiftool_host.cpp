@@ -1,6 +1,5 @@
 #include "exiftool/exiftool_host.h"
 
-#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <future>
@@ -14,6 +13,7 @@
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
 #include "support/latch.h"
+#include "support/wait_until.h"
 #include "vesk_logger/log_sink.h"
 
 // A host application in small: does what its arguments say, in order, and prints what came of it.
@@ -37,8 +37,8 @@ void printLine(const std::vector<vesk::LogItem>& items) {
 }
 
 void waitForFile(const std::filesystem::path& file) {
-    while (!std::filesystem::exists(file)) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    if (!test_support::waitUntil([&] { return std::filesystem::exists(file); })) {
+        std::cout << "nobody made " << file.filename().string() << std::endl;
     }
 }
 

@@ -25,7 +25,7 @@ std::optional<ImageSize> sizeOfJpeg(const std::filesystem::path& image) {
     char kind = 0;
     int most = 0;
     int header = 0;
-    // NOLINTNEXTLINE(cert-err34-c): the number of fields that were read says it all
+    // The number of fields that were read says it all.
     const int fields = std::sscanf(pixels.c_str(), "P%c %d %d %d%n", &kind, &size.width,
                                    &size.height, &most, &header);
     if (pclose(pipe) != 0 || fields != 4) {

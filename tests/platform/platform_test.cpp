@@ -61,7 +61,7 @@ TEST_F(HandleOfAPipe, MovesIntoANewOwner) {
     const std::intptr_t value = pipe.writeEnd.value();
     const Handle owner = std::move(pipe.writeEnd);
     EXPECT_EQ(owner.value(), value);
-    EXPECT_FALSE(pipe.writeEnd.isOpen());  // NOLINT(bugprone-use-after-move): that's the matter
+    EXPECT_FALSE(pipe.writeEnd.isOpen());  // moved from: that's the matter
 }
 
 TEST_F(HandleOfAPipe, IsClosedWhenAnotherMovesIntoItsPlace) {
@@ -72,7 +72,7 @@ TEST_F(HandleOfAPipe, IsClosedWhenAnotherMovesIntoItsPlace) {
     pipe.writeEnd = std::move(other.writeEnd);
 
     EXPECT_EQ(pipe.writeEnd.value(), value);
-    EXPECT_FALSE(other.writeEnd.isOpen());  // NOLINT(bugprone-use-after-move): that's the matter
+    EXPECT_FALSE(other.writeEnd.isOpen());  // moved from: that's the matter
     EXPECT_TRUE(sawTheEnd());
 }
 
@@ -118,7 +118,7 @@ TEST(Process, IsNotStartedAtFirst) {
 TEST_F(ProcessOfATool, MovesIntoANewOwner) {
     Process first = start("three");
     Process second = std::move(first);
-    EXPECT_FALSE(first.isStarted());  // NOLINT(bugprone-use-after-move): that's the matter
+    EXPECT_FALSE(first.isStarted());  // moved from: that's the matter
     EXPECT_EQ(waitForExitCode(second), 3U);
     EXPECT_FALSE(second.isStarted());
 }
@@ -127,7 +127,7 @@ TEST_F(ProcessOfATool, IsLetGoWhenAnotherMovesIntoItsPlace) {
     Process first = start("three");
     Process second = start("four");
     first = std::move(second);
-    EXPECT_FALSE(second.isStarted());  // NOLINT(bugprone-use-after-move): that's the matter
+    EXPECT_FALSE(second.isStarted());  // moved from: that's the matter
     EXPECT_EQ(waitForExitCode(first), 4U);
 }
 

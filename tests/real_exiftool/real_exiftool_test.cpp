@@ -105,6 +105,40 @@ TEST_P(RealPhoto, HasTheTagsThatTheToolPrintsByItself) {
     EXPECT_EQ(tags, tagsPrintedFor(GetParam()));
 }
 
+// What the tool says of each photo's maker notes, in their order: all of their values as text, and
+// whether it warns of the photo.
+struct PrintedNotes {
+    std::string values;
+    bool isWarnedOf = false;
+};
+
+std::vector<PrintedNotes> printNotes(const std::vector<std::filesystem::path>& photos) {
+    std::vector<std::string> arguments = {"-s3", "-makernotes"};
+    for (const std::filesystem::path& photo : photos) {
+        arguments.push_back(utf8(photo));
+    }
+    const test_support::ProgramResult printed = runRealTool(arguments);
+    std::vector<PrintedNotes> notes;
+    std::istringstream lines(printed.output);
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with("======== ")) {
+            notes.emplace_back();
+        } else if (!notes.empty()) {
+            notes.back().values += line;
+        }
+    }
+    std::istringstream warnings(printed.error);
+    for (std::string line; std::getline(warnings, line);) {
+        for (std::size_t i = 0; i < photos.size(); ++i) {
+            const bool isAboutIt = line.ends_with("/" + utf8(photos[i].filename()));
+            if (isAboutIt && line.find("arning") != std::string::npos) {
+                notes.at(i).isWarnedOf = true;
+            }
+        }
+    }
+    return notes;
+}
+
 // A photo's metadata in fresh files, as exports leave them, and what independent runs of the tool
 // read there.
 struct Export {
@@ -123,6 +157,7 @@ struct Export {
     bool areAllCopied = true;
     Json source;
     std::vector<std::pair<std::string, Json>> copies;
+    PrintedNotes printedNotes;  // the source's
     Json sourceNotes;
     Json jpegNotes;
     Json tiffNotes;
@@ -131,14 +166,16 @@ struct Export {
 // Of all photos at once, since a start of the tool takes longer than a photo.
 std::vector<std::unique_ptr<Export>> makeExports() {
     std::vector<std::unique_ptr<Export>> exports;
+    const std::vector<std::filesystem::path> photos = listFiles(PHOTOS);
     std::vector<std::filesystem::path> files;
-    for (const std::filesystem::path& photo : listFiles(PHOTOS)) {
+    for (const std::filesystem::path& photo : photos) {
         exports.push_back(std::make_unique<Export>(photo));
         const Export& made = *exports.back();
         files.insert(files.end(), {made.photo, made.jpeg, made.png, made.tiff});
     }
     const Json tags = readBack(files);
     const Json notes = readBack(files, {"-MakerNotes"});
+    const std::vector<PrintedNotes> printed = printNotes(photos);
     for (std::size_t i = 0; i < exports.size(); ++i) {
         Export& made = *exports[i];
         const std::size_t first = 4 * i;
@@ -146,6 +183,7 @@ std::vector<std::unique_ptr<Export>> makeExports() {
         made.copies = {{"JPEG", tags.at(first + 1)},
                        {"PNG", tags.at(first + 2)},
                        {"TIFF", tags.at(first + 3)}};
+        made.printedNotes = printed.at(i);
         made.sourceNotes = notes.at(first);
         made.jpegNotes = notes.at(first + 1);
         made.tiffNotes = notes.at(first + 3);
@@ -240,49 +278,9 @@ TEST_P(RealCopy, CarriesCameraAndExposure) {
     expectCarried(source, "ExifIFD:SerialNumber", pngCopy, "XMP-aux:SerialNumber");
 }
 
-// What the tool says of each photo's maker notes, in their order: all of their values as text, and
-// whether it warns of the photo.
-struct PrintedNotes {
-    std::string values;
-    bool isWarnedOf = false;
-};
-
-std::vector<PrintedNotes> printNotes(const std::vector<std::filesystem::path>& photos) {
-    std::vector<std::string> arguments = {"-s3", "-makernotes"};
-    for (const std::filesystem::path& photo : photos) {
-        arguments.push_back(utf8(photo));
-    }
-    const test_support::ProgramResult printed = runRealTool(arguments);
-    std::vector<PrintedNotes> notes;
-    std::istringstream lines(printed.output);
-    for (std::string line; std::getline(lines, line);) {
-        if (line.starts_with("======== ")) {
-            notes.emplace_back();
-        } else if (!notes.empty()) {
-            notes.back().values += line;
-        }
-    }
-    std::istringstream warnings(printed.error);
-    for (std::string line; std::getline(warnings, line);) {
-        for (std::size_t i = 0; i < photos.size(); ++i) {
-            const bool isAboutIt = line.ends_with("/" + utf8(photos[i].filename()));
-            if (isAboutIt && line.find("arning") != std::string::npos) {
-                notes.at(i).isWarnedOf = true;
-            }
-        }
-    }
-    return notes;
-}
-
-const PrintedNotes& notesPrintedFor(const std::filesystem::path& file) {
-    static const std::vector<std::filesystem::path> files = listFiles(PHOTOS);
-    static const std::vector<PrintedNotes> printed = printNotes(files);
-    const auto place = std::find(files.begin(), files.end(), file) - files.begin();
-    return printed.at(static_cast<std::size_t>(place));
-}
-
 TEST_P(RealCopy, CarriesMakerNotesByTheSizeRule) {
-    const PrintedNotes& printed = notesPrintedFor(GetParam());
+    const Export& made = exported();
+    const PrintedNotes& printed = made.printedNotes;
     std::string digits;
     for (const char c : printed.values) {
         digits += c >= '0' && c <= '9' ? std::string(1, c) : "";
@@ -298,7 +296,6 @@ TEST_P(RealCopy, CarriesMakerNotesByTheSizeRule) {
         }
         return false;
     };
-    const Export& made = exported();
     EXPECT_EQ(hasAny(made.jpegNotes), hasAny(made.sourceNotes) && isSmall) << printed.values;
     EXPECT_EQ(hasAny(made.tiffNotes), hasAny(made.sourceNotes));
 }
