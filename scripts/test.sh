@@ -19,8 +19,8 @@ source "$root/scripts/lib/found_packages.sh"
 cd "$root"
 
 readonly desk=(format scripts native)
-readonly all=("${desk[@]}" analysis reference asan tsan fuzzers wine product package windows-clang demo
-    benchmarks)
+readonly all=("${desk[@]}" analysis reference demo benchmarks asan tsan fuzzers wine product package
+    windows-clang)
 readonly logs=$root/build/test
 
 jobs=$(nproc)
@@ -142,7 +142,7 @@ step_reference() {
 # The sanitizers' runtimes expect less random addresses than newer kernels hand out.
 sanitizer_workflow() {
     install_missing "${packages_build[@]}" "${packages_tools[@]}" "${packages_tests[@]}" \
-        "${packages_sanitizers[@]}" "${packages_browser[@]}"
+        "${packages_sanitizers[@]}"
     record_printouts
     with_fixed_addresses cmake --workflow --preset "$1"
 }

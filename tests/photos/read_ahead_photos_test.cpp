@@ -66,7 +66,7 @@ protected:
 };
 
 TEST_F(RealPhotosReadAhead, HaveTheRecordsAndLogLinesOfTheOrdinaryRuns) {
-    const std::vector<fs::path> photos = test_support::listFiles(PHOTOS);
+    const std::vector<fs::path> photos = test_support::sampleFiles(PHOTOS);
     if (photos.front().empty()) {
         SKIP_OR_FAIL("no photos in " PHOTOS);
     }

@@ -173,7 +173,7 @@ TEST_P(PhotoToolGetters, GiveTheNumbersOfAKeyAsInterpreted) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Photos, PhotoToolGetters,
-                         ::testing::ValuesIn(test_support::listFiles(PHOTOS)),
+                         ::testing::ValuesIn(test_support::sampleFiles(PHOTOS)),
                          test_support::photoName);
 INSTANTIATE_TEST_SUITE_P(Sample, PhotoToolGetters, ::testing::Values(SAMPLE_PHOTO),
                          test_support::photoName);

@@ -20,9 +20,9 @@
 namespace exiftool {
 namespace {
 
-using test_support::listFiles;
 using test_support::realToolFolder;
 using test_support::runRealTool;
+using test_support::sampleFiles;
 using test_support::TemporaryDirectory;
 using test_support::utf8;
 using Json = nlohmann::json;
@@ -55,7 +55,7 @@ std::vector<Tags> printTags(const std::vector<std::filesystem::path>& files) {
 }
 
 const Tags& tagsPrintedFor(const std::filesystem::path& file) {
-    static const std::vector<std::filesystem::path> files = listFiles(PHOTOS);
+    static const std::vector<std::filesystem::path> files = sampleFiles(PHOTOS);
     static const std::vector<Tags> printed = printTags(files);
     const auto place = std::find(files.begin(), files.end(), file) - files.begin();
     return printed.at(static_cast<std::size_t>(place));
@@ -166,7 +166,7 @@ struct Export {
 // Of all photos at once, since a start of the tool takes longer than a photo.
 std::vector<std::unique_ptr<Export>> makeExports() {
     std::vector<std::unique_ptr<Export>> exports;
-    const std::vector<std::filesystem::path> photos = listFiles(PHOTOS);
+    const std::vector<std::filesystem::path> photos = sampleFiles(PHOTOS);
     std::vector<std::filesystem::path> files;
     for (const std::filesystem::path& photo : photos) {
         exports.push_back(std::make_unique<Export>(photo));
@@ -300,9 +300,9 @@ TEST_P(RealCopy, CarriesMakerNotesByTheSizeRule) {
     EXPECT_EQ(hasAny(made.tiffNotes), hasAny(made.sourceNotes));
 }
 
-INSTANTIATE_TEST_SUITE_P(RealExiftool, RealPhoto, ::testing::ValuesIn(listFiles(PHOTOS)),
+INSTANTIATE_TEST_SUITE_P(RealExiftool, RealPhoto, ::testing::ValuesIn(sampleFiles(PHOTOS)),
                          test_support::photoName);
-INSTANTIATE_TEST_SUITE_P(RealExiftool, RealCopy, ::testing::ValuesIn(listFiles(PHOTOS)),
+INSTANTIATE_TEST_SUITE_P(RealExiftool, RealCopy, ::testing::ValuesIn(sampleFiles(PHOTOS)),
                          test_support::photoName);
 
 }  // namespace
