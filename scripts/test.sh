@@ -19,7 +19,7 @@ source "$root/scripts/lib/found_packages.sh"
 cd "$root"
 
 readonly desk=(format scripts native)
-readonly all=("${desk[@]}" analysis reference demo benchmarks asan tsan fuzzers wine product package
+readonly all=("${desk[@]}" analysis reference benchmarks demo asan tsan fuzzers wine product package
     windows-clang)
 readonly logs=$root/build/test
 
@@ -123,14 +123,18 @@ step_analysis() {
     install_missing "${packages_build[@]}" "${packages_analysis[@]}" "$clang_tidy"
     local tidy=(xargs --max-procs="$jobs" --max-args=1 "$clang_tidy" --quiet
         --header-filter='/(exiv2_wrapper|host|tools)/.*\.(h|cpp)$')
-    scripts/libexiv2.sh windows
+    # Beside each other, since fetching and configuring leave processors idle.
+    scripts/libexiv2.sh windows &
+    local libexiv2=$!
+    trap wait EXIT
     cmake --preset analysis
-    cmake --preset analysis-windows
-    cmake --build --preset analysis-windows
     {
         find build/analysis -name 'unity_*.cxx' | sort --reverse
         tracked 'exiv2_wrapper/*_posix.cpp' 'tools/*_posix.cpp' 'host/*.cpp'
     } | "${tidy[@]}" -p build/analysis --checks=-bugprone-suspicious-include
+    wait "$libexiv2"
+    cmake --preset analysis-windows
+    cmake --build --preset analysis-windows
     tracked 'exiv2_wrapper/*_win32.cpp' 'host/*_win32.cpp' 'tools/*_win32.cpp' tools/exiv2/memory.cpp |
         "${tidy[@]}" -p build/analysis-windows
 }
@@ -237,12 +241,13 @@ step_windows-clang() {
     cmake --build --preset mingw-clang --target exiv2_wrapper photoinfo exiv2_tool_parts
 }
 
-step_demo() {
-    CXXFLAGS=-Werror scripts/demo.sh
+# Into the folder of the demo, which then finds its programs there.
+step_benchmarks() {
+    CXXFLAGS=-Werror EXIV2_WRAPPER_BENCH_BUILD=$root/build/demo scripts/bench.sh --brief
 }
 
-step_benchmarks() {
-    EXIV2_WRAPPER_BENCH_BUILD=$root/build/demo scripts/bench.sh --brief
+step_demo() {
+    CXXFLAGS=-Werror scripts/demo.sh
 }
 
 # ---- running them
