@@ -37,7 +37,7 @@ void bytesATag(benchmark::State& state) {
     }
     const double bytes = (bytesInUse() - before) / kFiles / static_cast<double>(tags);
     measure(state,
-            {.limit = 400, .unit = "B", .remark = "200 cached records of " + std::to_string(tags)},
+            {.limit = 300, .unit = "B", .remark = "200 cached records of " + std::to_string(tags)},
             [&] { return bytes; });
 }
 

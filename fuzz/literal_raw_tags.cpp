@@ -168,9 +168,10 @@ std::optional<std::uint32_t> LiteralToolReading::number(int index) const {
 }
 
 std::vector<ExivReader::XMPData> literalXmp(const CliExifMetadata& metadata) {
-    const std::map<std::string, CliExifTag> sorted(metadata.tags.begin(), metadata.tags.end());
+    const std::map<std::string_view, CliExifTag> sorted(metadata.tags.begin(), metadata.tags.end());
     std::vector<ExivReader::XMPData> properties;
-    for (const auto& [key, tag] : sorted) {
+    for (const auto& [name, tag] : sorted) {
+        const std::string key(name);
         if (key.compare(0, 4, "Xmp.") != 0) {
             continue;
         }
@@ -179,8 +180,8 @@ std::vector<ExivReader::XMPData> literalXmp(const CliExifMetadata& metadata) {
             continue;
         }
         const auto known = namespaces().find(key.substr(4, dot - 4));
-        properties.push_back(
-            {known == namespaces().end() ? "" : known->second, key.substr(dot + 1), tag.value});
+        properties.push_back({known == namespaces().end() ? "" : known->second, key.substr(dot + 1),
+                              std::string(tag.value)});
     }
     return properties;
 }

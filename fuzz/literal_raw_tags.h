@@ -19,7 +19,7 @@ public:
     LiteralTag(const exiv2_wp::internal::CliExifMetadata& metadata, const std::string& key);
 
     [[nodiscard]] bool isFound() const { return isFound_; }
-    [[nodiscard]] const std::string& text() const { return tag_.value; }
+    [[nodiscard]] std::string text() const { return std::string(tag_.value); }
 
     template <typename Number>
     [[nodiscard]] std::optional<std::pair<Number, Number>> pairAt(int index) const {

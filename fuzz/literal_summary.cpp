@@ -52,6 +52,8 @@ private:
 
     void missing(const std::string& name) { summary_.lines.push_back("No Exif data: " + name); }
 
+    static std::string textOf(const CliExifTag& tag) { return std::string(tag.value); }
+
     static bool isPlain(const std::string& text) {
         for (const char c : text) {
             if ((static_cast<unsigned char>(c) & 0x80U) != 0) {
@@ -72,7 +74,7 @@ private:
             value = static_cast<float>(tag.integers[0]);
             return true;
         }
-        const auto number = literalDouble(tag.value);
+        const auto number = literalDouble(textOf(tag));
         value = number ? static_cast<float>(*number) : value;
         return number.has_value();
     }
@@ -104,7 +106,7 @@ private:
 
     void camera() {
         if (const CliExifTag* const make = get("Exif.Image.Make")) {
-            info().cameraMaker = isPlain(make->value) ? make->value : "Unknown Camera Maker";
+            info().cameraMaker = isPlain(textOf(*make)) ? textOf(*make) : "Unknown Camera Maker";
             info().isApple = literalLower(info().cameraMaker) == "apple";
         } else {
             missing("Exif.Image.Make");
@@ -112,7 +114,7 @@ private:
         const CliExifTag* model = get("Exif.Image.UniqueCameraModel");
         model = model != nullptr ? model : get("Exif.Image.Model");
         if (model != nullptr) {
-            info().cameraModel = isPlain(model->value) ? model->value : "Unknown Camera Model";
+            info().cameraModel = isPlain(textOf(*model)) ? textOf(*model) : "Unknown Camera Model";
         }
     }
 
@@ -140,7 +142,8 @@ private:
                                          std::regex::ECMAScript | std::regex::icase);
         const CliExifTag* const model = get("Exif.Photo.LensModel");
         std::smatch match;
-        if (model == nullptr || !std::regex_search(model->value, match, kPattern)) {
+        const std::string name = model == nullptr ? "" : textOf(*model);
+        if (!std::regex_search(name, match, kPattern)) {
             return;
         }
         try {
@@ -183,11 +186,11 @@ private:
 
     void lens() {
         if (const auto* const maker = getFirst({"Exif.Photo.LensMake", "Xmp.exifEX.LensMake"})) {
-            info().lensMaker = isPlain(maker->value) ? maker->value : "Unknown Lens Maker";
+            info().lensMaker = isPlain(textOf(*maker)) ? textOf(*maker) : "Unknown Lens Maker";
         }
         if (const auto* const model = getFirst(
                 {"Exif.Photo.LensModel", "Exif.Canon.LensModel", "Xmp.exifEX.LensModel"})) {
-            info().lensModel = isPlain(model->value) ? model->value : "";
+            info().lensModel = isPlain(textOf(*model)) ? textOf(*model) : "";
         }
     }
 
@@ -198,7 +201,7 @@ private:
                 continue;
             }
             const auto number =
-                tag->integers.empty() ? literalInteger(tag->value) : tag->integers[0];
+                tag->integers.empty() ? literalInteger(textOf(*tag)) : tag->integers[0];
             if (number && *number >= std::numeric_limits<std::int32_t>::min() &&
                 *number <= std::numeric_limits<std::int32_t>::max()) {
                 destination = static_cast<std::int32_t>(*number);
@@ -217,8 +220,8 @@ private:
 
     std::string firstPresent(const std::vector<std::string>& keys) const {
         for (const std::string& key : keys) {
-            if (get(key) != nullptr && !literalTrim(get(key)->value).empty()) {
-                return literalTrim(get(key)->value);
+            if (get(key) != nullptr && !literalTrim(textOf(*get(key))).empty()) {
+                return literalTrim(textOf(*get(key)));
             }
         }
         return "";
@@ -246,7 +249,7 @@ private:
     void rating() {
         const CliExifTag* const tag = getFirst({"Xmp.xmp.Rating", "Exif.Image.Rating"});
         if (tag != nullptr) {
-            info().rating = literalFloat(tag->value).value_or(0.0F);
+            info().rating = literalFloat(textOf(*tag)).value_or(0.0F);
         }
     }
 

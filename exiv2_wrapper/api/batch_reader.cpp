@@ -16,7 +16,7 @@ using internal::CliExifMetadata;
 using internal::CliExifTag;
 
 std::optional<std::string> readText(const CliExifTag& tag) {
-    return tag.value;
+    return std::string(tag.value);
 }
 
 class BatchReader {

@@ -93,7 +93,7 @@ void readExposure(const CliExifMetadata& metadata, SExivMetadataInfo& info) {
 }
 
 std::string plainTextOr(const CliExifTag& tag, const char* replacement) {
-    return isPlainAscii(tag.value) ? tag.value : std::string(replacement);
+    return std::string(isPlainAscii(tag.value) ? tag.value : replacement);
 }
 
 void readCamera(const CliExifMetadata& metadata, SExivMetadataInfo& info) {

@@ -22,8 +22,7 @@ std::vector<const Entry*> sortedXmpEntries(const TagTable& tags) {
             entries.push_back(&entry);
         }
     }
-    std::ranges::sort(entries, {},
-                      [](const Entry* entry) -> const std::string& { return entry->first; });
+    std::ranges::sort(entries, {}, [](const Entry* entry) { return entry->first; });
     return entries;
 }
 
@@ -32,13 +31,13 @@ std::vector<const Entry*> sortedXmpEntries(const TagTable& tags) {
 std::vector<ExivReader::XMPData> xmpPropertiesOf(const CliExifMetadata& metadata) {
     std::vector<ExivReader::XMPData> properties;
     for (const Entry* const entry : sortedXmpEntries(metadata.tags)) {
-        const std::string_view path = std::string_view(entry->first).substr(kXmp.size());
+        const std::string_view path = entry->first.substr(kXmp.size());
         const std::size_t dot = path.find('.');
         if (dot == std::string_view::npos || dot == 0 || dot + 1 == path.size()) {
             continue;
         }
         properties.push_back({std::string(xmpNamespaceOf(path.substr(0, dot))),
-                              std::string(path.substr(dot + 1)), entry->second.value});
+                              std::string(path.substr(dot + 1)), std::string(entry->second.value)});
     }
     return properties;
 }

@@ -4,9 +4,11 @@
 #include <array>
 #include <cstddef>
 #include <limits>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "exiv2_wrapper/text/text.h"
 
@@ -38,11 +40,6 @@ constexpr std::array kLensIdKeys = {
 
 // The group in which 0 is a lens like any other and doesn't mean "unknown".
 constexpr std::string_view kZeroIsALens = "Exif.NikonLd4";
-
-// Room is made for as many entries as a print-out of this size holds as a rule, up to a number that
-// no real one reaches: the table then seldom grows, and a hostile output can't make it huge.
-constexpr std::size_t kTypicalLine = 100;
-constexpr std::size_t kMostReserved = 4096;
 
 struct PrintedLine {
     std::string_view key;
@@ -101,36 +98,71 @@ std::optional<std::pair<std::int64_t, std::int64_t>> takeRational(std::string_vi
     return std::pair(*numerator, *denominator);
 }
 
-// Adds entries to a record line by line. Numbers are gathered in vectors that serve all lines, so
-// that each tag's own vector is allocated once, in its final size: most of the time that a
-// print-out takes goes to allocations.
-class EntryReader {
-public:
-    explicit EntryReader(TagTable& tags) : tags_(tags) {}
+// So many entries are read at once, more than a photo has as a rule: what is kept of them is known
+// before it is stored, and a hostile output needs no memory for lines that are not kept.
+constexpr std::size_t kPortion = 1024;
 
-    void addLine(std::string_view line) {
+// Takes the next entries off the front of `output`. A carriage return before the line feed is white
+// space, and goes with the rest of it.
+void takeEntries(std::string_view& output, std::vector<PrintedLine>& entries) {
+    entries.clear();
+    while (!output.empty() && entries.size() < kPortion) {
+        const std::size_t lineFeed = output.find('\n');
         PrintedLine printed;
-        if (!splitLine(line, printed) || isMakerNoteBlob(printed)) {
-            return;
+        if (splitLine(output.substr(0, lineFeed), printed) && !isMakerNoteBlob(printed)) {
+            entries.push_back(printed);
         }
-        const auto [entry, isNew] = tags_.try_emplace(std::string(printed.key));
-        if (!isNew) {
-            return;
+        output.remove_prefix(lineFeed == std::string_view::npos ? output.size() : lineFeed + 1);
+    }
+}
+
+// Adds entries to a record. Most of the time that a print-out takes goes to allocations, so all
+// texts of a portion are kept in one, and numbers are gathered in vectors that serve all entries,
+// so that each tag's own vector is allocated once, in its final size.
+class EntryKeeper {
+public:
+    explicit EntryKeeper(CliExifMetadata& record) : record_(record) {}
+
+    void add(const std::vector<PrintedLine>& entries) {
+        std::size_t size = 0;
+        for (const PrintedLine& printed : entries) {
+            size += printed.key.size() + printed.type.size() + printed.value.size();
         }
-        CliExifTag& tag = entry->second;
-        tag.key = printed.key;
-        tag.type = printed.type;
-        lowerCase(tag.type);
-        tag.value = printed.value;
-        tag.count = parseCount(printed.count);
-        if (tag.type == "rational" || tag.type == "srational") {
-            gatherNumbers(printed.value, takeRational, rationals_, tag.rationals);
-        } else {
-            gatherNumbers(printed.value, takeInteger, integers_, tag.integers);
+        text_ = std::make_shared<std::string>();
+        text_->reserve(size);  // it stays where it is from now on
+        record_.texts.push_back(text_);
+        for (const PrintedLine& printed : entries) {
+            add(printed);
         }
     }
 
 private:
+    // The first entry of a key counts.
+    void add(const PrintedLine& printed) {
+        const std::string_view key = keep(printed.key);
+        const auto [entry, isNew] = record_.tags.try_emplace(key);
+        if (!isNew) {
+            text_->resize(text_->size() - key.size());
+            return;
+        }
+        CliExifTag& tag = entry->second;
+        tag.key = key;
+        tag.type = keep(lowerCased(printed.type));
+        tag.value = keep(printed.value);
+        tag.count = parseCount(printed.count);
+        if (tag.type == "rational" || tag.type == "srational") {
+            gatherNumbers(tag.value, takeRational, rationals_, tag.rationals);
+        } else {
+            gatherNumbers(tag.value, takeInteger, integers_, tag.integers);
+        }
+    }
+
+    std::string_view keep(std::string_view part) {
+        const std::size_t begin = text_->size();
+        *text_ += part;
+        return std::string_view(*text_).substr(begin);
+    }
+
     // A word counts when all of it is a number; others are skipped.
     template <typename Take, typename Numbers>
     static void gatherNumbers(std::string_view value, const Take& take, Numbers& gathered,
@@ -145,7 +177,8 @@ private:
         numbers = gathered;
     }
 
-    TagTable& tags_;
+    CliExifMetadata& record_;
+    std::shared_ptr<std::string> text_;
     decltype(CliExifTag::rationals) rationals_;
     decltype(CliExifTag::integers) integers_;
 };
@@ -182,13 +215,12 @@ bool parsePrintAllOutput(std::string_view output, CliExifMetadata& record) {
     if (output.empty()) {
         return true;
     }
-    record.tags.reserve(std::min(output.size() / kTypicalLine, kMostReserved));
-    EntryReader reader(record.tags);
-    // A carriage return before the line feed is white space, and goes with the rest of it.
-    for (std::string_view rest = output; !rest.empty();) {
-        const std::size_t lineFeed = rest.find('\n');
-        reader.addLine(rest.substr(0, lineFeed));
-        rest.remove_prefix(lineFeed == std::string_view::npos ? rest.size() : lineFeed + 1);
+    std::vector<PrintedLine> entries;
+    EntryKeeper keeper(record);
+    takeEntries(output, entries);
+    record.tags.reserve(record.tags.size() + entries.size());
+    for (; !entries.empty(); takeEntries(output, entries)) {
+        keeper.add(entries);
     }
     deriveFNumber(record);
     deriveLensId(record);

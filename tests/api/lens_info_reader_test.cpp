@@ -189,7 +189,8 @@ Visits visitInManyOrders(const std::string& one, const std::string& other) {
             CliExifMetadata record;
             record.tags.rehash(buckets);
             EXPECT_TRUE(internal::parsePrintAllOutput(printAll, record));
-            visits[record.tags.begin()->first].insert(focusInfoOf(record, [] {}).focusDistance);
+            visits[std::string(record.tags.begin()->first)].insert(
+                focusInfoOf(record, [] {}).focusDistance);
         }
     }
     return visits;

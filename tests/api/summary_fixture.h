@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -22,17 +24,23 @@ protected:
     exiv2_wp::internal::CliExifMetadata record;
 
     void addText(const std::string& key, const std::string& value) {
-        record.tags[key] = {key, "ascii", value, {}, {}, 1};
+        record.tags[kept(key)] = {kept(key), "ascii", kept(value), {}, {}, 1};
     }
     void addIntegers(const std::string& key, const Integers& integers) {
-        record.tags[key] = {key, "short", "?", {}, integers, 1};
+        record.tags[kept(key)] = {kept(key), "short", "?", {}, integers, 1};
     }
     void addRationals(const std::string& key, const Rationals& rationals) {
-        record.tags[key] = {key, "rational", "?", rationals, {}, 1};
+        record.tags[kept(key)] = {kept(key), "rational", "?", rationals, {}, 1};
     }
 
     [[nodiscard]] exiv2_wp::SExivMetadataInfo summary() const {
         return exiv2_wp::internal::summarize(record);
+    }
+
+private:
+    std::string_view kept(const std::string& text) {
+        record.texts.push_back(std::make_shared<const std::string>(text));
+        return *record.texts.back();
     }
 };
 

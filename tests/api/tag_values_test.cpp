@@ -14,7 +14,7 @@ constexpr std::int64_t kMin32 = std::numeric_limits<std::int32_t>::min();
 constexpr std::int64_t kMax32 = std::numeric_limits<std::int32_t>::max();
 
 CliExifTag textTag(std::string_view value) {
-    return {"Key", "ascii", std::string(value), {}, {}, 1};
+    return {"Key", "ascii", value, {}, {}, 1};
 }
 CliExifTag integerTag(std::int64_t integer) {
     return {"Key", "long", "12", {}, {integer, 5}, 2};

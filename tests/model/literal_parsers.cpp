@@ -45,7 +45,7 @@ bool isDropped(const std::string& key, const std::string& type) {
 
 void readNumbers(CliExifTag& tag) {
     const bool isRational = tag.type == "rational" || tag.type == "srational";
-    for (const std::string& word : splitWords(tag.value)) {
+    for (const std::string& word : splitWords(std::string(tag.value))) {
         if (!isRational) {
             if (const auto number = literalInteger(word)) {
                 tag.integers.push_back(*number);
@@ -64,22 +64,31 @@ void readNumbers(CliExifTag& tag) {
     }
 }
 
+std::string_view keep(const std::string& text, CliExifMetadata& record) {
+    record.texts.push_back(std::make_shared<const std::string>(text));
+    return *record.texts.back();
+}
+
 void readLine(const std::string& line, CliExifMetadata& record) {
     std::istringstream stream(line);
     stream.imbue(std::locale::classic());
-    CliExifTag tag;
+    std::string key;
+    std::string type;
     std::string count;
-    if (!(stream >> tag.key >> tag.type >> count)) {
+    if (!(stream >> key >> type >> count)) {
         return;
     }
-    tag.type = literalLower(tag.type);
+    CliExifTag tag;
+    tag.key = keep(key, record);
+    tag.type = keep(literalLower(type), record);
     const std::int64_t number = literalInteger(count).value_or(0);
     if (number >= 1 && number <= 2147483647) {
         tag.count = static_cast<std::int32_t>(number);
     }
-    std::getline(stream >> std::ws, tag.value);
-    tag.value = literalTrim(tag.value);
-    if (isDropped(tag.key, tag.type)) {
+    std::string value;
+    std::getline(stream >> std::ws, value);
+    tag.value = keep(literalTrim(value), record);
+    if (isDropped(key, literalLower(type))) {
         return;
     }
     readNumbers(tag);

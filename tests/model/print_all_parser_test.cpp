@@ -131,16 +131,42 @@ TEST_F(PrintAllParser, RejectsAnOutputWithoutEntries) {
 }
 
 // The table doesn't show its room, but has as many buckets as it has room for entries.
-TEST_F(PrintAllParser, MakesRoomForAsManyEntriesAsAnOutputOfItsSizeHolds) {
-    (void)parsedTag("Exif.Image.Make Ascii 6 " + std::string(100'000, 'x'), "Exif.Image.Make");
-    EXPECT_GE(record.tags.bucket_count(), 1000U);
+TEST_F(PrintAllParser, MakesRoomForAllEntriesAtOnceAndForNoMore) {
+    constexpr std::size_t kEntries = 1000;
+    std::string output = "Exif.Photo.MakerNote Undefined 100000 " + std::string(100'000, 'x');
+    for (std::size_t i = 0; i < kEntries; ++i) {
+        output += "\nExif.Any.Key" + std::to_string(i) + " Short 1 1";
+    }
+    TagTable expected;
+    expected.reserve(kEntries);
+
+    EXPECT_TRUE(parsePrintAllOutput(output, record));
+
+    EXPECT_EQ(record.tags.size(), kEntries);
+    EXPECT_EQ(record.tags.bucket_count(), expected.bucket_count());
 }
 
-TEST_F(PrintAllParser, MakesNoMoreRoomThanRealPhotosNeed) {
-    (void)parsedTag("Exif.Image.Make Ascii 6 Canon\n", "Exif.Image.Make");
-    EXPECT_LT(record.tags.bucket_count(), 1000U);
-    (void)parsedTag("Exif.Image.Model Ascii 6 " + std::string(1'000'000, 'x'), "Exif.Image.Model");
-    EXPECT_LT(record.tags.bucket_count(), 8192U);
+// However the reader parts an output, each entry is kept, and its texts stay where they are.
+TEST_F(PrintAllParser, KeepsEveryEntryOfALongOutput) {
+    constexpr int kEntries = 5000;
+    std::string output;
+    for (int i = 0; i < kEntries; ++i) {
+        const std::string number = std::to_string(i);
+        output += "Exif.Any.KeyThatIsLong" + number + " Short 1 " + number + "\n";
+        output += "Exif.Any.KeyThatIsLong0 Short 1 again\n";
+    }
+
+    EXPECT_TRUE(parsePrintAllOutput(output, record));
+
+    EXPECT_EQ(record.tags.size(), std::size_t{kEntries});
+    for (int i = 0; i < kEntries; ++i) {
+        const std::string key = "Exif.Any.KeyThatIsLong" + std::to_string(i);
+        const CliExifTag* const tag = record.find(key);
+        ASSERT_NE(tag, nullptr) << key;
+        EXPECT_EQ(tag->key, key);
+        EXPECT_EQ(tag->value, std::to_string(i));
+        EXPECT_EQ(tag->integers, Integers{i});
+    }
 }
 
 TEST_F(PrintAllParser, TouchesNoFieldButTagsFNumberAndLensId) {
@@ -166,6 +192,18 @@ TEST_F(PrintAllParser, AddsToEntriesThatTheRecordHas) {
 
     EXPECT_EQ(record.find("A")->value, "first");
     EXPECT_EQ(record.tags.size(), 2U);
+}
+
+TEST(Record, IsOutlivedByItsCopies) {
+    CliExifMetadata copy;
+    {
+        CliExifMetadata record;
+        ASSERT_TRUE(parsePrintAllOutput("Exif.Image.Make Ascii 6 The maker of the camera", record));
+        copy = record;
+    }
+    const CliExifTag* const tag = copy.find("Exif.Image.Make");
+    ASSERT_NE(tag, nullptr);
+    EXPECT_EQ(tag->value, "The maker of the camera");
 }
 
 struct CountCase {

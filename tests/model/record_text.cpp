@@ -25,15 +25,16 @@ std::string shown(float value) {
 }  // namespace
 
 std::string toText(const exiv2_wp::internal::CliExifTag& tag) {
-    return tag.key + ' ' + tag.type + ' ' + std::to_string(tag.count) + ' ' +
-           ::testing::PrintToString(tag.value) + ' ' + ::testing::PrintToString(tag.rationals) +
-           ' ' + ::testing::PrintToString(tag.integers) + '\n';
+    return std::string(tag.key) + ' ' + std::string(tag.type) + ' ' + std::to_string(tag.count) +
+           ' ' + ::testing::PrintToString(tag.value) + ' ' +
+           ::testing::PrintToString(tag.rationals) + ' ' + ::testing::PrintToString(tag.integers) +
+           '\n';
 }
 
 std::string toText(const exiv2_wp::internal::CliExifMetadata& record) {
     std::map<std::string, std::string> entries;
     for (const auto& [key, tag] : record.tags) {
-        entries[key] = key + ": " + toText(tag);
+        entries[std::string(key)] = std::string(key) + ": " + toText(tag);
     }
     std::string text = "fileKey " + ::testing::PrintToString(record.fileKey) + "\nlensName " +
                        ::testing::PrintToString(record.lensName) + "\nfocalLength " +
