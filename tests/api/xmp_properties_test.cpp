@@ -107,6 +107,13 @@ TEST(XmpProperties, WithoutPrefixOrNameAreLeftOut) {
               Properties());
 }
 
+TEST(XmpProperties, ComeBehindThoseThatAreLeftOutToo) {
+    EXPECT_EQ(propertiesIn("Xmp..name XmpText 1 a\n"
+                           "Xmp.dc. XmpText 1 b\n"
+                           "Xmp.dc.title XmpText 1 c\n"),
+              (Properties{{"http://purl.org/dc/elements/1.1/", "title", "c"}}));
+}
+
 TEST(XmpProperties, LeaveOtherKeysOut) {
     EXPECT_EQ(propertiesIn("Exif.Image.Make Ascii 6 Canon\n"
                            "xmp.dc.title XmpText 1 a\n"
