@@ -266,6 +266,7 @@ constexpr MakerNoteCase kMakerNotes[] = {
     {"MakerNoteGroupText", "Exif.MakerNote.ByteOrder Ascii", true},
     {"LongerThanPhoto", "Exif.Photo.MakerNoteSafety Short", true},
     {"NoPointBefore", "Exif.Canon.XMakerNote Undefined", true},
+    {"NotTheWholeWord", "Exif.Canon.MakerNotation Undefined", true},
     {"OtherUndefined", "Exif.Photo.UserComment Undefined", true},
 };
 
