@@ -3,6 +3,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <functional>
 #include <thread>
@@ -67,6 +68,18 @@ TEST_P(HostWithClosedDescriptors, GetsTheToolsOutput) {
     ASSERT_TRUE(initialize(tool.path()));
     tool.answer({"show"}, {.output = "text"});
     EXPECT_EQ(run([] { return judge({"show"}, "text"); }), kRightOutput);
+}
+
+TEST_P(HostWithClosedDescriptors, HasNoEndOfAPipeInTheirPlace) {
+    const auto host = [] {
+        Pipe pipe;
+        if (makePipe(pipe) != 0) {
+            return kFailedRun;
+        }
+        const auto lowest = std::min(pipe.readEnd.value(), pipe.writeEnd.value());
+        return lowest > STDERR_FILENO ? kRightOutput : kWrongOutput;
+    };
+    EXPECT_EQ(run(host), kRightOutput);
 }
 
 // The fourth descriptor is the one by which ls reads the folder.
