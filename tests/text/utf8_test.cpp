@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+#include <string>
+#include <string_view>
+
 #include "support/case_name.h"
 
 namespace exiv2_wp::internal {
@@ -34,6 +38,26 @@ TEST(Utf8, BringsEveryCodePointBack) {
         const DecodedCharacter back = decodeUtf8(text + "x");
         ASSERT_TRUE(back.isWellFormed && back.codePoint == codePoint && back.length == text.size())
             << static_cast<unsigned long>(codePoint);
+    }
+}
+
+// Of all pairs of first bytes, with continuations behind them.
+TEST(Utf8, AcceptsNoTwoFirstBytesButThoseOfCodePoints) {
+    std::set<std::string> begins;
+    const auto step = [](char32_t codePoint) { return codePoint < 0x800 ? 1U : 0x40U; };
+    for (char32_t codePoint = 0x80; codePoint <= kLastCodePoint; codePoint += step(codePoint)) {
+        if (!isSurrogate(codePoint)) {
+            std::string text;
+            appendUtf8(text, codePoint);
+            begins.insert(text.substr(0, 2));
+        }
+    }
+    for (int first = 0x80; first < 0x100; ++first) {
+        for (int second = 0; second < 0x100; ++second) {
+            const std::string begin = {static_cast<char>(first), static_cast<char>(second)};
+            EXPECT_EQ(decodeUtf8(begin + "\x80\x80").isWellFormed, begins.contains(begin))
+                << first << ' ' << second;
+        }
     }
 }
 
