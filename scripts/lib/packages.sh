@@ -28,7 +28,7 @@ packages_tests=(googletest libexiv2-dev libjpeg-turbo-progs pkgconf fish)
 packages_browser=(chromium fonts-dejavu-core)
 # To run the tests under the sanitizers of Clang.
 # shellcheck disable=SC2034
-packages_sanitizers=(clang llvm libclang-rt-dev)
+packages_sanitizers=(clang lld llvm libclang-rt-dev)
 # To analyse the sources, those for Windows too, beside clang-tidy.
 # shellcheck disable=SC2034
 packages_analysis=(git clang libexiv2-dev g++-mingw-w64-x86-64-posix)
