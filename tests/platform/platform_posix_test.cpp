@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <chrono>
 #include <cstddef>
 #include <future>
@@ -361,6 +362,27 @@ TEST(Pipes, LeaveTheSignalsOfAWriterAsTheyWere) {
     sigset_t blocked;
     pthread_sigmask(SIG_BLOCK, nullptr, &blocked);
     EXPECT_EQ(sigismember(&blocked, SIGPIPE), 0);
+}
+
+// One that the host has blocked and not taken yet is its own.
+TEST(Pipes, LeaveASignalThatWaitsForTheWriter) {
+    sigset_t sigpipe;
+    sigemptyset(&sigpipe);
+    sigaddset(&sigpipe, SIGPIPE);
+    pthread_sigmask(SIG_BLOCK, &sigpipe, nullptr);
+    ::raise(SIGPIPE);
+    Pipe pipe;
+    ASSERT_EQ(makePipe(pipe), 0U);
+    pipe.readEnd.close();
+
+    EXPECT_EQ(writeAll(pipe.writeEnd, "text"), static_cast<ErrorCode>(EPIPE));
+
+    sigset_t pending;
+    sigpending(&pending);
+    ASSERT_EQ(sigismember(&pending, SIGPIPE), 1);
+    int taken = 0;
+    ::sigwait(&sigpipe, &taken);
+    pthread_sigmask(SIG_UNBLOCK, &sigpipe, nullptr);
 }
 
 // Or the reader of a host's output would wait for the guard's end too.
