@@ -6,7 +6,7 @@
 #   scripts/fetch_windows_exiftool.sh
 set -euo pipefail
 
-readonly package=exiftool-vendored.exe
+readonly npm_package=exiftool-vendored.exe
 readonly version=13.59.3
 readonly sha256=7eaf41b3b02ddb9c7bd32bea2417c783d6364a6725cb57d1a0163617aff4b577
 
@@ -23,12 +23,12 @@ command -v npm >/dev/null || install_missing npm ca-certificates
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-npm pack --silent --pack-destination "$work" "$package@$version" </dev/null >/dev/null
-echo "$sha256  $work/$package-$version.tgz" | sha256sum --check --quiet
-tar -xzf "$work/$package-$version.tgz" -C "$work"
+npm pack --silent --pack-destination "$work" "$npm_package@$version" </dev/null >/dev/null
+echo "$sha256  $work/$npm_package-$version.tgz" | sha256sum --check --quiet
+tar -xzf "$work/$npm_package-$version.tgz" -C "$work"
 
 rm -rf "$target"
 mkdir -p "$target"
 cp -R "$work/package/bin/." "$target"
 touch "$target/$version"
-echo "Fetched $package $version into $target"
+echo "Fetched $npm_package $version into $target"
