@@ -20,9 +20,9 @@ packages_libexiv2_windows=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev)
 packages_format=(git clang-format)
 # shellcheck disable=SC2034
 packages_scripts=(git shellcheck)
-# To build and run the native tests.
+# To build and run the native tests, on a machine too that has a static libexiv2 from another script.
 # shellcheck disable=SC2034
-packages_tests=(googletest libexiv2-dev libjpeg-turbo-progs pkgconf fish)
+packages_tests=(googletest libexiv2-dev libexpat1-dev zlib1g-dev libjpeg-turbo-progs pkgconf fish)
 # To look at photoinfo's report as its readers do, in a browser without a window.
 # shellcheck disable=SC2034
 packages_browser=(chromium fonts-dejavu-core)
