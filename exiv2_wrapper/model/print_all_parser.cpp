@@ -123,7 +123,14 @@ class EntryKeeper {
 public:
     explicit EntryKeeper(CliExifMetadata& record) : record_(record) {}
 
-    void add(const std::vector<PrintedLine>& entries) {
+    // The first entry of a key counts; `entries` loses those whose keys came before.
+    void add(std::vector<PrintedLine>& entries) {
+        std::erase_if(entries, [this](const PrintedLine& printed) {
+            return record_.tags.contains(printed.key);
+        });
+        if (entries.empty()) {
+            return;
+        }
         std::size_t size = 0;
         for (const PrintedLine& printed : entries) {
             size += printed.key.size() + printed.type.size() + printed.value.size();
@@ -137,7 +144,6 @@ public:
     }
 
 private:
-    // The first entry of a key counts.
     void add(const PrintedLine& printed) {
         const std::string_view key = keep(printed.key);
         const auto [entry, isNew] = record_.tags.try_emplace(key);

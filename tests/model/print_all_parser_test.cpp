@@ -169,6 +169,19 @@ TEST_F(PrintAllParser, KeepsEveryEntryOfALongOutput) {
     }
 }
 
+TEST_F(PrintAllParser, KeepsNothingOfLinesThatDoNotCount) {
+    std::string output;
+    for (int i = 0; i < 5000; ++i) {
+        output += "Exif.Any.Key Short 1 " + std::to_string(i) + "\n";
+    }
+
+    EXPECT_TRUE(parsePrintAllOutput(output, record));
+
+    EXPECT_EQ(record.tags.size(), 1U);
+    EXPECT_EQ(record.find("Exif.Any.Key")->value, "0");
+    EXPECT_EQ(record.texts.size(), 1U);
+}
+
 TEST_F(PrintAllParser, TouchesNoFieldButTagsFNumberAndLensId) {
     record.fileKey = "/photos/1.jpg";
     record.lensName = "lens";
