@@ -73,6 +73,7 @@ const TiffCase kTiffCases[] = {
     {"OneBitMore", makeTiff(1, 2, 1, Bytes(1000), 65), false},
     {"JpegInside", makeTiff(7, 6, 3, makeJpeg(kSize)), true},
     {"NoJpegInside", makeTiff(7, 6, 3, Bytes(100)), false},
+    {"NoOldJpegInside", makeTiff(6, 6, 3, Bytes(100)), false},
     {"Packed", makeTiff(5, 2, 3, Bytes(20)), true},
     {"NothingPacked", makeTiff(5, 2, 3, {}), false},
 };
