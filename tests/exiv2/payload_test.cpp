@@ -39,6 +39,19 @@ Bytes makeTiff(std::uint32_t compression, std::uint32_t photometric, std::uint32
     return bytes;
 }
 
+/// The same image in one tile: the tags of its place and size are others.
+Bytes tiled(Bytes tiff) {
+    constexpr std::size_t kEntries = 10;
+    constexpr std::size_t kEntry = 12;
+    for (std::size_t at = kEntries; at < kEntries + 9 * kEntry; at += kEntry) {
+        const int tag = tiff[at] | (tiff[at + 1] << 8);
+        if (tag == 273 || tag == 279) {
+            tiff[at] = tag == 273 ? 0x44 : 0x45;  // 324 and 325
+        }
+    }
+    return tiff;
+}
+
 struct TiffCase {
     const char* name;
     Bytes bytes;
@@ -61,6 +74,8 @@ Bytes cut(Bytes bytes) {
 const TiffCase kTiffCases[] = {
     {"AllPixels", makeTiff(1, 2, 3, Bytes(180)), true},
     {"OnePixelByteLess", makeTiff(1, 2, 3, Bytes(179)), false},
+    {"AllPixelsInATile", tiled(makeTiff(1, 2, 3, Bytes(180))), true},
+    {"OnePixelByteLessInATile", tiled(makeTiff(1, 2, 3, Bytes(179))), false},
     {"AnnouncedButCutOff", cut(makeTiff(1, 2, 3, Bytes(180))), false},
     {"BrightnessOfAllPixels", makeTiff(1, 6, 3, Bytes(60)), true},
     {"BrightnessOfFewerPixels", makeTiff(1, 6, 3, Bytes(59)), false},
