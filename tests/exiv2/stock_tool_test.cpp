@@ -6,6 +6,7 @@
 
 #include "exiv2/entries.h"
 #include "exiv2/photo.h"
+#include "support/every_nth.h"
 #include "support/photo_list.h"
 #include "support/skip_or_fail.h"
 
@@ -73,14 +74,6 @@ std::map<std::string, std::string> bytesOfDumps(const std::string& printOut) {
     return dumps;
 }
 
-// Where a program starts slowly, every fourth key stands for the others: here the platforms differ
-// in nothing that a key decides.
-#ifdef _WIN32
-constexpr std::size_t kKeysApart = 4;
-#else
-constexpr std::size_t kKeysApart = 1;
-#endif
-
 class PhotoBesideStockTool : public BesideStockTool,
                              public ::testing::WithParamInterface<fs::path> {
 protected:
@@ -121,7 +114,7 @@ TEST_P(PhotoBesideStockTool, PrintsTheBytesOfItsDumps) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Photos, PhotoBesideStockTool,
-                         ::testing::ValuesIn(test_support::listFiles(PHOTOS)),
+                         ::testing::ValuesIn(test_support::sampleFiles(PHOTOS)),
                          test_support::photoName);
 INSTANTIATE_TEST_SUITE_P(Sample, PhotoBesideStockTool, ::testing::Values(SAMPLE),
                          test_support::photoName);
@@ -131,9 +124,9 @@ TEST_F(BesideStockTool, AnswersACallForEachKeyOfTheSampleAlike) {
     std::set<std::string> keys;
     addKeys(keys, photo.image().exifData());
     addKeys(keys, photo.image().xmpData());
-    std::size_t position = 0;
+    int position = 0;
     for (const std::string& key : keys) {
-        if (position++ % kKeysApart != 0) {
+        if (position++ % test_support::kEveryNthRun != 0) {
             continue;
         }
         const Call arguments = {"--key", key, "--Print", "kt", SAMPLE};

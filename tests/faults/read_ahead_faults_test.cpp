@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -8,6 +10,7 @@
 #include "exiv2_wrapper/runner/read_call.h"
 #include "faults/failing_allocations.h"
 #include "faults/photo_on_memory_platform.h"
+#include "support/every_nth.h"
 #include "support/log_capture.h"
 
 /// The call for many files, torn at every byte, and with every step and every allocation failing.
@@ -17,6 +20,7 @@ namespace {
 using internal::readExifMetadataFromCliCached;
 using test_support::failEachAllocation;
 using test_support::freshFile;
+using test_support::kEveryNthInput;
 using test_support::LogCapture;
 using test_support::memoryPlatform;
 using ToolRun = test_support::Run;  // GoogleTest has a Run of its own
@@ -61,26 +65,33 @@ void changeFirstCall(const std::function<void(ToolRun&)>& change) {
     });
 }
 
-class TornReadAhead : public FaultyReadAhead,
-                      public ::testing::WithParamInterface<std::uint32_t> {};
+struct Torn {
+    std::uint32_t exitCode;
+    std::size_t first;  // where every n-th place is tried, the others are another exit code's
+};
+
+class TornReadAhead : public FaultyReadAhead, public ::testing::WithParamInterface<Torn> {};
 
 TEST_P(TornReadAhead, ReadsAllFilesWhereverTheOutputEnds) {
     std::size_t whole = 0;
-    for (std::size_t end = 0; end == 0 || end <= whole; ++end) {
+    std::size_t end = GetParam().first % kEveryNthInput;
+    do {
         internal::forgetReadCall();
         changeFirstCall([&](ToolRun& run) {
             whole = run.output.size();
-            run = {.output = run.output.substr(0, end), .exitCode = GetParam()};
+            run = {.output = run.output.substr(0, end), .exitCode = GetParam().exitCode};
         });
         const Paths files = freshFiles();
         ASSERT_EQ(readAhead(files), 3U) << end;
         expectAllKnown(files);
-    }
+        end += kEveryNthInput;
+    } while (end <= whole);
     EXPECT_GT(whole, 1000U);
     EXPECT_EQ(log.lines(), std::vector<test_support::LogLine>{});
 }
 
-INSTANTIATE_TEST_SUITE_P(, TornReadAhead, ::testing::Values(0U, 1U, 0xC0000005U));
+INSTANTIATE_TEST_SUITE_P(, TornReadAhead,
+                         ::testing::Values(Torn{0, 0}, Torn{1, 1}, Torn{0xC0000005, 2}));
 
 // A byte too many or too few anywhere: what came whole counts, and what is behind is read anew.
 TEST_F(FaultyReadAhead, EndsWhateverByteIsMissing) {

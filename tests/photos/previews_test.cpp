@@ -133,7 +133,7 @@ TEST_P(PhotoPreviews, LeaveThePhotoAndItsFolderAlone) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Photos, PhotoPreviews,
-                         ::testing::ValuesIn(test_support::listFiles(PHOTOS)),
+                         ::testing::ValuesIn(test_support::sampleFiles(PHOTOS)),
                          test_support::photoName);
 INSTANTIATE_TEST_SUITE_P(Sample, PhotoPreviews, ::testing::Values(SAMPLE_PHOTO),
                          test_support::photoName);

@@ -11,8 +11,8 @@
 #include <system_error>
 #include <vector>
 
+#include "support/every_nth.h"
 #include "support/read_file.h"
-#include "support/sanitized.h"
 
 namespace test_support {
 
@@ -40,13 +40,8 @@ inline std::vector<std::filesystem::path> listFiles(const std::filesystem::path&
 /// about all.
 inline std::vector<std::filesystem::path> sampleFiles(const std::filesystem::path& folder) {
     const std::vector<std::filesystem::path> files = listFiles(folder);
-#if defined(_WIN32) || defined(EXIV2_WRAPPER_SANITIZED)
-    constexpr std::size_t kStep = 3;
-#else
-    constexpr std::size_t kStep = 1;
-#endif
     std::vector<std::filesystem::path> sample;
-    for (std::size_t i = 0; i < files.size(); i += kStep) {
+    for (std::size_t i = 0; i < files.size(); i += kEveryNthRun) {
         sample.push_back(files[i]);
     }
     return sample;
