@@ -2,9 +2,9 @@
 
 #include <cmath>
 #include <limits>
-#include <regex>
 #include <stdexcept>
 
+#include "api/literal_patterns.h"
 #include "text/literal_text.h"
 
 namespace fuzz {
@@ -16,7 +16,10 @@ using exiv2_wp::internal::CliExifMetadata;
 using exiv2_wp::internal::CliExifTag;
 using test_support::literalDouble;
 using test_support::literalFloat;
+using test_support::literalHasDate;
+using test_support::literalHasOffset;
 using test_support::literalInteger;
+using test_support::literalLensRange;
 using test_support::literalLower;
 using test_support::literalTrim;
 
@@ -138,17 +141,14 @@ private:
     }
 
     void rangeOfModel() {
-        static const std::regex kPattern("(\\d+)[-\xE2\x80\x93](\\d+)\\s*mm",
-                                         std::regex::ECMAScript | std::regex::icase);
         const CliExifTag* const model = get("Exif.Photo.LensModel");
-        std::smatch match;
-        const std::string name = model == nullptr ? "" : textOf(*model);
-        if (!std::regex_search(name, match, kPattern)) {
+        const auto ends = literalLensRange(model == nullptr ? "" : textOf(*model));
+        if (!ends) {
             return;
         }
         try {
-            info().lensFocalMin = static_cast<float>(std::stoi(match[1].str()));
-            info().lensFocalMax = static_cast<float>(std::stoi(match[2].str()));
+            info().lensFocalMin = static_cast<float>(std::stoi(ends->first));
+            info().lensFocalMax = static_cast<float>(std::stoi(ends->second));
         } catch (const std::out_of_range&) {
             // The fields stay as they are.
         }
@@ -228,9 +228,6 @@ private:
     }
 
     void date() {
-        static const std::regex kDate(
-            R"(\d{4}[\s\S]\d\d[\s\S]\d\d[\s\S]\d\d[\s\S]\d\d[\s\S]\d\d[\s\S]*)");
-        static const std::regex kZone(R"([+-]\d\d:\d\d[\s\S]*)");
         info().dateTimeOriginal =
             firstPresent({"Exif.Photo.DateTimeOriginal", "Exif.Image.DateTimeOriginal",
                           "Exif.Image.DateTime", "Exif.Photo.DateTimeDigitized"});
@@ -238,12 +235,12 @@ private:
             firstPresent({"Exif.Photo.OffsetTime", "Exif.Photo.OffsetTimeOriginal",
                           "Exif.Photo.OffsetTimeDigitized", "Exif.Image.TimeZoneOffset"});
         std::string iso = info().dateTimeOriginal;
-        if (!std::regex_match(iso, kDate)) {
+        if (!literalHasDate(iso)) {
             return;
         }
         iso[4] = iso[7] = '-';
         iso[10] = 'T';
-        info().dateTimeIso = std::regex_match(zone, kZone) ? iso + zone : iso;
+        info().dateTimeIso = literalHasOffset(zone) ? iso + zone : iso;
     }
 
     void rating() {

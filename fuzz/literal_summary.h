@@ -13,7 +13,7 @@ struct LiteralSummary {
     std::vector<std::string> lines;  ///< what is logged, in order
 };
 
-/// A slow second version of the metadata summary, step by step, with std::regex for the lens range.
+/// A slow second version of the metadata summary, step by step.
 [[nodiscard]] LiteralSummary literalSummarize(const exiv2_wp::internal::CliExifMetadata& metadata);
 
 }  // namespace fuzz
