@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
+#include "support/exported_text.h"
 #include "support/log_capture.h"
-#include "support/summary_text.h"
 #include "support/tool_directory.h"
 
 namespace exiv2_wp {

@@ -7,7 +7,7 @@
 
 #include "api/summary_fixture.h"
 #include "support/comma_locale.h"
-#include "support/summary_text.h"
+#include "support/exported_text.h"
 
 namespace exiv2_wp::internal {
 namespace {

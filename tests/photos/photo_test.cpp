@@ -7,9 +7,9 @@
 #include "exiv2_wrapper/exiv2_wrapper.h"
 #include "photos/independent_reading.h"
 #include "photos/real_exiv2.h"
+#include "support/exported_text.h"
 #include "support/photo_list.h"
 #include "support/skip_or_fail.h"
-#include "support/summary_text.h"
 #include "support/tool_directory.h"
 
 namespace exiv2_wp {

@@ -13,6 +13,7 @@
 #include "model/lens_id_keys.h"
 #include "photos/print_out.h"
 #include "photos/real_exiv2.h"
+#include "support/exported_text.h"
 #include "support/fields.h"
 #include "support/photo_list.h"
 #include "support/skip_or_fail.h"
@@ -31,6 +32,7 @@ using test_support::printedByExiv2;
 using test_support::PrintedEntries;
 using test_support::PrintedEntry;
 using test_support::summaryValue;
+using test_support::toText;
 
 class PhotoReaders : public ::testing::TestWithParam<fs::path> {
 protected:
@@ -107,17 +109,6 @@ TEST_P(PhotoReaders, KnowAnEarlyRawByThePrintedModel) {
 }
 
 // ---- lens and focus
-
-std::string toText(const SLensInfo& lens) {
-    return Fields()
-        .add("lensName", lens.lensName)
-        .add("focalLength", lens.focalLength)
-        .add("focalLength35mm", lens.focalLength35mm)
-        .add("subjectDistance", lens.subjectDistance)
-        .add("fNumber", lens.fNumber)
-        .add("lensId", lens.lensId)
-        .text();
-}
 
 float subjectDistance(const std::string& summary) {
     const auto step = literalFloat(summaryValue(summary, "Subject distance"));
@@ -210,34 +201,20 @@ TEST_P(PhotoReaders, TellFocusAndSensorAsPrinted) {
 // ---- the batch
 
 TEST_P(PhotoReaders, GiveTheBatchThatIsPrinted) {
-    const exivBatchValue batch = readExiv2Win(GetParam());
-
-    const std::string told = Fields()
-                                 .add("apertureValue", batch.apertureValue)
-                                 .add("fNumber", batch.fNumber)
-                                 .add("exposureProgram", batch.exposureProgram)
-                                 .add("focalLength", batch.focalLength)
-                                 .add("shutterSpeedValue", batch.shutterSpeedValue)
-                                 .add("exposureBiasValue", batch.exposureBiasValue)
-                                 .add("isoSpeedRatings", batch.isoSpeedRatings)
-                                 .add("exposureTime", batch.exposureTime)
-                                 .add("orientation", batch.orientation)
-                                 .add("dateTimeOriginal", batch.dateTimeOriginal)
-                                 .add("dateTime", batch.dateTime)
-                                 .text();
-    EXPECT_EQ(told, Fields()
-                        .add("apertureValue", realOf(find("Exif.Photo.ApertureValue")))
-                        .add("fNumber", realOf(find("Exif.Photo.FNumber")))
-                        .add("exposureProgram", integerOf(find("Exif.Photo.ExposureProgram")))
-                        .add("focalLength", realOf(find("Exif.Photo.FocalLength")))
-                        .add("shutterSpeedValue", realOf(find("Exif.Photo.ShutterSpeedValue")))
-                        .add("exposureBiasValue", realOf(find("Exif.Photo.ExposureBiasValue")))
-                        .add("isoSpeedRatings", integerOf(find("Exif.Photo.ISOSpeedRatings")))
-                        .add("exposureTime", realOf(find("Exif.Photo.ExposureTime")))
-                        .add("orientation", integerOf(find("Exif.Image.Orientation")))
-                        .add("dateTimeOriginal", textOf(find("Exif.Photo.DateTimeOriginal")))
-                        .add("dateTime", textOf(find("Exif.Image.DateTime")))
-                        .text());
+    EXPECT_EQ(toText(readExiv2Win(GetParam())),
+              Fields()
+                  .add("apertureValue", realOf(find("Exif.Photo.ApertureValue")))
+                  .add("fNumber", realOf(find("Exif.Photo.FNumber")))
+                  .add("exposureProgram", integerOf(find("Exif.Photo.ExposureProgram")))
+                  .add("focalLength", realOf(find("Exif.Photo.FocalLength")))
+                  .add("shutterSpeedValue", realOf(find("Exif.Photo.ShutterSpeedValue")))
+                  .add("exposureBiasValue", realOf(find("Exif.Photo.ExposureBiasValue")))
+                  .add("isoSpeedRatings", integerOf(find("Exif.Photo.ISOSpeedRatings")))
+                  .add("exposureTime", realOf(find("Exif.Photo.ExposureTime")))
+                  .add("orientation", integerOf(find("Exif.Image.Orientation")))
+                  .add("dateTimeOriginal", textOf(find("Exif.Photo.DateTimeOriginal")))
+                  .add("dateTime", textOf(find("Exif.Image.DateTime")))
+                  .text());
 }
 
 INSTANTIATE_TEST_SUITE_P(Photos, PhotoReaders, ::testing::ValuesIn(test_support::listFiles(PHOTOS)),

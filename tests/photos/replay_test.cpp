@@ -5,9 +5,9 @@
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
 #include "photos/independent_reading.h"
+#include "support/exported_text.h"
 #include "support/photo_list.h"
 #include "support/skip_or_fail.h"
-#include "support/summary_text.h"
 #include "support/tool_directory.h"
 
 // Print-outs of real photos, recorded by scripts/record_printouts.sh where the tool runs, played

@@ -12,8 +12,8 @@
 
 #include "exiv2_wrapper/exiv2_wrapper.h"
 #include "real_exiftool/fresh_images.h"
+#include "support/exported_text.h"
 #include "support/fields.h"
-#include "support/summary_text.h"
 
 // A host in small: asks everything that is exported about photos, and writes the answers as text.
 //
@@ -48,45 +48,23 @@ std::string orientationOf(const fs::path& photo) {
 }
 
 std::string infoOf(const fs::path& photo) {
-    Fields fields;
+    std::string text;
     int tags = 0;
     exiv2_wp::readExiv2Info(
         photo, "Canon", "Canon EOS 40D",
-        [&](const exiv2_wp::SLensInfo& lens) {
-            fields.add("lensName", lens.lensName)
-                .add("lens.focalLength", lens.focalLength)
-                .add("lens.focalLength35mm", lens.focalLength35mm)
-                .add("lens.subjectDistance", lens.subjectDistance)
-                .add("lens.fNumber", lens.fNumber)
-                .add("lensId", lens.lensId);
-        },
+        [&](const exiv2_wp::SLensInfo& lens) { text += toText(lens); },
         [&](const exiv2_wp::SMetadataExiv& values) {
-            fields.add("focusDistance", values.focusDistance)
-                .add("focalLength35mm", values.focalLength35mm)
-                .add("focalPlaneXResolution", values.focalPlaneXResolution)
-                .add("focalPlaneYResolution", values.focalPlaneYResolution)
-                .add("exposureBias", values.exposureBias)
-                .add("bitsPerSample", values.bitsPerSample);
+            text += Fields()
+                        .add("focusDistance", values.focusDistance)
+                        .add("focalLength35mm", values.focalLength35mm)
+                        .add("focalPlaneXResolution", values.focalPlaneXResolution)
+                        .add("focalPlaneYResolution", values.focalPlaneYResolution)
+                        .add("exposureBias", values.exposureBias)
+                        .add("bitsPerSample", values.bitsPerSample)
+                        .text();
         },
         [&] { ++tags; });
-    return fields.add("tags", tags).text();
-}
-
-std::string batchValuesOf(const fs::path& photo) {
-    const exiv2_wp::exivBatchValue values = exiv2_wp::readExiv2Win(photo);
-    return Fields()
-        .add("apertureValue", values.apertureValue)
-        .add("fNumber", values.fNumber)
-        .add("exposureProgram", values.exposureProgram)
-        .add("focalLength", values.focalLength)
-        .add("shutterSpeedValue", values.shutterSpeedValue)
-        .add("exposureBiasValue", values.exposureBiasValue)
-        .add("isoSpeedRatings", values.isoSpeedRatings)
-        .add("exposureTime", values.exposureTime)
-        .add("orientation", values.orientation)
-        .add("dateTimeOriginal", values.dateTimeOriginal)
-        .add("dateTime", values.dateTime)
-        .text();
+    return text + Fields().add("tags", tags).text();
 }
 
 template <typename Element>
@@ -161,8 +139,8 @@ std::string summaryOf(const fs::path& photo) {
 }
 
 std::string exiv2AnswersAbout(const fs::path& photo) {
-    std::string text =
-        summaryOf(photo) + orientationOf(photo) + infoOf(photo) + batchValuesOf(photo);
+    std::string text = summaryOf(photo) + orientationOf(photo) + infoOf(photo) +
+                       toText(exiv2_wp::readExiv2Win(photo));
     const ExivReader reader(photo.string());
     for (const char* key : kKeys) {
         text += tagOf(reader, key);

@@ -17,10 +17,10 @@
 #include "real_exiftool/fresh_images.h"
 #include "real_exiftool/real_tool.h"
 #include "support/case_name.h"
+#include "support/exported_text.h"
 #include "support/read_file.h"
 #include "support/run_program.h"
 #include "support/skip_or_fail.h"
-#include "support/summary_text.h"
 #include "support/this_process.h"
 #include "support/tool_directory.h"
 

@@ -1,4 +1,4 @@
-#include "support/summary_text.h"
+#include "support/exported_text.h"
 
 #include "support/fields.h"
 
@@ -30,6 +30,33 @@ std::string toText(const exiv2_wp::SExivMetadataInfo& info) {
         .add("dateTimeOriginal", info.dateTimeOriginal)
         .add("dateTimeIso", info.dateTimeIso)
         .add("rating", info.rating)
+        .text();
+}
+
+std::string toText(const exiv2_wp::SLensInfo& lens) {
+    return Fields()
+        .add("lensName", lens.lensName)
+        .add("focalLength", lens.focalLength)
+        .add("focalLength35mm", lens.focalLength35mm)
+        .add("subjectDistance", lens.subjectDistance)
+        .add("fNumber", lens.fNumber)
+        .add("lensId", lens.lensId)
+        .text();
+}
+
+std::string toText(const exiv2_wp::exivBatchValue& values) {
+    return Fields()
+        .add("apertureValue", values.apertureValue)
+        .add("fNumber", values.fNumber)
+        .add("exposureProgram", values.exposureProgram)
+        .add("focalLength", values.focalLength)
+        .add("shutterSpeedValue", values.shutterSpeedValue)
+        .add("exposureBiasValue", values.exposureBiasValue)
+        .add("isoSpeedRatings", values.isoSpeedRatings)
+        .add("exposureTime", values.exposureTime)
+        .add("orientation", values.orientation)
+        .add("dateTimeOriginal", values.dateTimeOriginal)
+        .add("dateTime", values.dateTime)
         .text();
 }
 

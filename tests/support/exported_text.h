@@ -6,7 +6,9 @@
 
 namespace test_support {
 
-/// A summary as text, in the order of its fields (fields.h).
+/// The library's records as text, in the order of their fields (fields.h).
 std::string toText(const exiv2_wp::SExivMetadataInfo& info);
+std::string toText(const exiv2_wp::SLensInfo& lens);
+std::string toText(const exiv2_wp::exivBatchValue& values);
 
 }  // namespace test_support
