@@ -22,13 +22,18 @@ fs::path HostilePhoto::makePhoto(const std::string& name,
     const fs::path photo = folder() / name;
     fs::copy_file(SAMPLE, photo);
     if (!changes.empty()) {
-        std::vector<std::string> arguments = {"-q", "-overwrite_original"};
-        arguments.insert(arguments.end(), changes.begin(), changes.end());
-        arguments.push_back(photo.string());
-        const ProgramResult result = runProgram(EXIFTOOL, arguments, tools());
-        EXPECT_EQ(result.exitCode, 0) << result.error;
+        change({photo}, changes);
     }
     return photo;
+}
+
+void HostilePhoto::change(const std::vector<fs::path>& photos,
+                          const std::vector<std::string>& changes) const {
+    std::vector<std::string> arguments = {"-q", "-overwrite_original"};
+    arguments.insert(arguments.end(), changes.begin(), changes.end());
+    arguments.insert(arguments.end(), photos.begin(), photos.end());
+    const ProgramResult result = runProgram(EXIFTOOL, arguments, tools());
+    EXPECT_EQ(result.exitCode, 0) << result.error;
 }
 
 fs::path HostilePhoto::makeSidecar(const std::string& name, const std::string& properties) const {

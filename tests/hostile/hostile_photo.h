@@ -22,6 +22,9 @@ protected:
     /// A copy of the sample whose metadata is changed by these arguments of exiftool.
     std::filesystem::path makePhoto(const std::string& name,
                                     const std::vector<std::string>& changes = {}) const;
+    /// Changes the metadata of photos by these arguments of exiftool, in one run.
+    void change(const std::vector<std::filesystem::path>& photos,
+                const std::vector<std::string>& changes) const;
     /// A file of XMP alone that holds these properties of the namespace "urn:hostile" or "exifEX",
     /// written as XML attributes.
     std::filesystem::path makeSidecar(const std::string& name, const std::string& properties) const;
