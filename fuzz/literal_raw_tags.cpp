@@ -103,7 +103,7 @@ std::vector<std::pair<std::uint32_t, std::uint32_t>> LiteralTag::pairs(int count
 }
 
 std::vector<LiteralTag::Element> LiteralTag::asPairs() const {
-    std::vector<Element> pairs = tag_.rationals;
+    std::vector<Element> pairs(tag_.rationals.begin(), tag_.rationals.end());
     for (const std::int64_t integer : tag_.integers) {
         pairs.emplace_back(integer, 1);
     }

@@ -82,7 +82,8 @@ bool readPair(const CliExifTag* tag, int index, Pair<Number>& out) {
 
 // Fills `out` with the first elements of `elements` until one is out of range.
 template <typename Element, typename Value, typename Convert>
-int fillFrom(const std::vector<Element>& elements, Value* out, int count, Convert convert) {
+int fillFrom(const internal::NumberList<Element>& elements, Value* out, int count,
+             Convert convert) {
     int written = 0;
     for (const Element& element : elements) {
         if (written >= count || !assign(out[written], convert(element))) {

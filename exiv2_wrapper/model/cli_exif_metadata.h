@@ -6,8 +6,9 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <utility>
 #include <vector>
+
+#include "exiv2_wrapper/model/number_list.h"
 
 namespace exiv2_wp::internal {
 
@@ -17,8 +18,8 @@ struct CliExifTag {
     std::string_view key;    ///< as printed, for example Exif.Photo.FNumber
     std::string_view type;   ///< the Exif type's name in lower case, for example rational
     std::string_view value;  ///< the printed value without white space at its ends; UTF-8 bytes
-    std::vector<std::pair<std::int64_t, std::int64_t>> rationals;  ///< of types (s)rational only
-    std::vector<std::int64_t> integers;                            ///< of every other type
+    RationalList rationals;  ///< of types (s)rational only
+    IntegerList integers;    ///< of every other type
     std::int32_t count = 0;  ///< the number of values as printed; 0 when that is no whole number
                              ///< from 1 to 2147483647
 };

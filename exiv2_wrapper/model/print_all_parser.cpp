@@ -5,9 +5,7 @@
 #include <cstddef>
 #include <limits>
 #include <memory>
-#include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "exiv2_wrapper/text/text.h"
@@ -84,20 +82,6 @@ std::int32_t parseCount(std::string_view word) {
     return isInRange ? static_cast<std::int32_t>(count) : 0;
 }
 
-// Takes "numerator/denominator". A denominator of 0 is kept.
-std::optional<std::pair<std::int64_t, std::int64_t>> takeRational(std::string_view& rest) {
-    const auto numerator = takeInteger(rest);
-    if (!numerator || !rest.starts_with('/')) {
-        return std::nullopt;
-    }
-    rest.remove_prefix(1);
-    const auto denominator = takeInteger(rest);
-    if (!denominator) {
-        return std::nullopt;
-    }
-    return std::pair(*numerator, *denominator);
-}
-
 // So many entries are read at once, more than a photo has as a rule: what is kept of them is known
 // before it is stored, and a hostile output needs no memory for lines that are not kept.
 constexpr std::size_t kPortion = 1024;
@@ -117,8 +101,7 @@ void takeEntries(std::string_view& output, std::vector<PrintedLine>& entries) {
 }
 
 // Adds entries to a record. Most of the time that a print-out takes goes to allocations, so all
-// texts of a portion are kept in one, and numbers are gathered in vectors that serve all entries,
-// so that each tag's own vector is allocated once, in its final size.
+// texts of a portion are kept in one.
 class EntryKeeper {
 public:
     explicit EntryKeeper(CliExifMetadata& record) : record_(record) {}
@@ -157,9 +140,9 @@ private:
         tag.value = keep(printed.value);
         tag.count = parseCount(printed.count);
         if (tag.type == "rational" || tag.type == "srational") {
-            gatherNumbers(tag.value, takeRational, rationals_, tag.rationals);
+            tag.rationals = RationalList(tag.value);
         } else {
-            gatherNumbers(tag.value, takeInteger, integers_, tag.integers);
+            tag.integers = IntegerList(tag.value);
         }
     }
 
@@ -169,24 +152,8 @@ private:
         return std::string_view(*text_).substr(begin);
     }
 
-    // A word counts when all of it is a number; others are skipped.
-    template <typename Take, typename Numbers>
-    static void gatherNumbers(std::string_view value, const Take& take, Numbers& gathered,
-                              Numbers& numbers) {
-        gathered.clear();
-        for (skipSpace(value); !value.empty(); skipSpace(value)) {
-            const auto number = take(value);
-            if (takeUntilSpace(value).empty() && number) {
-                gathered.push_back(*number);
-            }
-        }
-        numbers = gathered;
-    }
-
     CliExifMetadata& record_;
     std::shared_ptr<std::string> text_;
-    decltype(CliExifTag::rationals) rationals_;
-    decltype(CliExifTag::integers) integers_;
 };
 
 void deriveFNumber(CliExifMetadata& record) {

@@ -128,7 +128,8 @@ TEST_F(LensRangeOfSummary, CountsCanonsLengthsInTheirUnits) {
 TEST_F(LensRangeOfSummary, AsksNobodyElseWhenCanonsTagIsUnusable) {
     addRationals(kXmpSpecification, {{1, 1}, {2, 1}, {3, 1}, {4, 1}});
     addText("Exif.Photo.LensModel", "24-70mm");
-    for (const Integers& integers : {Integers{70, 24, 0}, Integers{70, 24}, Integers{}}) {
+    for (const IntegerList& integers :
+         {IntegerList{70, 24, 0}, IntegerList{70, 24}, IntegerList()}) {
         log.clear();
         addIntegers("Exif.CanonCs.Lens", integers);
         EXPECT_EQ(range(), LensRangeValues());

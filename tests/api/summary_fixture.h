@@ -2,12 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 #include "exiv2_wrapper/api/image_metadata_summary.h"
 #include "support/log_capture.h"
@@ -17,19 +14,16 @@ namespace test_support {
 /// A record put together tag by tag, its summary, and what is logged on the way.
 class SummaryFixture : public ::testing::Test {
 protected:
-    using Integers = std::vector<std::int64_t>;
-    using Rationals = std::vector<std::pair<std::int64_t, std::int64_t>>;
-
     LogCapture log;
     exiv2_wp::internal::CliExifMetadata record;
 
     void addText(const std::string& key, const std::string& value) {
         record.tags[kept(key)] = {kept(key), "ascii", kept(value), {}, {}, 1};
     }
-    void addIntegers(const std::string& key, const Integers& integers) {
+    void addIntegers(const std::string& key, const exiv2_wp::internal::IntegerList& integers) {
         record.tags[kept(key)] = {kept(key), "short", "?", {}, integers, 1};
     }
-    void addRationals(const std::string& key, const Rationals& rationals) {
+    void addRationals(const std::string& key, const exiv2_wp::internal::RationalList& rationals) {
         record.tags[kept(key)] = {kept(key), "rational", "?", rationals, {}, 1};
     }
 

@@ -4,11 +4,13 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <vector>
 
 #include "exiftool/scripted_channel.h"
 #include "exiv2_wrapper/exiftool/request_protocol.h"
+#include "exiv2_wrapper/model/number_list.h"
 #include "faults/failing_allocations.h"
 #include "faults/photo_on_memory_platform.h"
 #include "support/case_name.h"
@@ -222,6 +224,26 @@ TEST_F(ReaderWithoutMemory, LetsTheCallerKnowAndAnswersTheNextQuestion) {
             expectNothingLeft();
         });
     EXPECT_TRUE(isAnswered);
+    EXPECT_GT(failures, 0);
+}
+
+// A tag's numbers are read by the question for them, and may keep more room than they need.
+TEST(NumbersWithoutMemory, AreReadByTheNextQuestion) {
+    std::optional<internal::IntegerList> numbers;
+    bool hasRaised = false;
+    std::size_t count = 0;
+    const auto ask = [&] { count = numbers->size(); };
+    const int failures = failEachAllocation(
+        [&] {
+            numbers.emplace(std::string_view("1 2 3 4 5"));
+            count = 0;
+        },
+        [&] { hasRaised = runsOutOfMemory(ask); },
+        [&] {
+            EXPECT_EQ(hasRaised, count == 0);
+            EXPECT_EQ(numbers->size(), 5U);
+        });
+    EXPECT_EQ(count, 5U);
     EXPECT_GT(failures, 0);
 }
 

@@ -17,6 +17,9 @@ namespace {
 
 using exiv2_wp::internal::CliExifMetadata;
 using exiv2_wp::internal::CliExifTag;
+using exiv2_wp::internal::IntegerList;
+using exiv2_wp::internal::Rational;
+using exiv2_wp::internal::RationalList;
 
 std::vector<std::string> splitLines(const std::string& text) {
     std::vector<std::string> lines;
@@ -45,10 +48,12 @@ bool isDropped(const std::string& key, const std::string& type) {
 
 void readNumbers(CliExifTag& tag) {
     const bool isRational = tag.type == "rational" || tag.type == "srational";
+    std::vector<std::int64_t> integers;
+    std::vector<Rational> rationals;
     for (const std::string& word : splitWords(std::string(tag.value))) {
         if (!isRational) {
             if (const auto number = literalInteger(word)) {
-                tag.integers.push_back(*number);
+                integers.push_back(*number);
             }
             continue;
         }
@@ -59,9 +64,11 @@ void readNumbers(CliExifTag& tag) {
         const auto first = literalInteger(word.substr(0, slash));
         const auto second = literalInteger(word.substr(slash + 1));
         if (first && second) {
-            tag.rationals.emplace_back(*first, *second);
+            rationals.emplace_back(*first, *second);
         }
     }
+    tag.integers = IntegerList(integers);
+    tag.rationals = RationalList(rationals);
 }
 
 std::string_view keep(const std::string& text, CliExifMetadata& record) {

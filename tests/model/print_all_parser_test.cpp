@@ -13,8 +13,6 @@ namespace {
 
 using test_support::caseName;
 using test_support::toText;
-using Integers = std::vector<std::int64_t>;
-using Rationals = std::vector<std::pair<std::int64_t, std::int64_t>>;
 
 class PrintAllParser : public ::testing::Test {
 protected:
@@ -57,8 +55,8 @@ TEST_F(PrintAllParser, TakesWholeNumbersOutOfATextAndSkipsOtherWords) {
     const CliExifTag tag = parsedTag("Exif.Canon.LensModel Ascii 9 EF 50 1.5 2/3 0x10 -7 +8 9mm",
                                      "Exif.Canon.LensModel");
 
-    EXPECT_EQ(tag.integers, (Integers{50, -7, 8}));
-    EXPECT_EQ(tag.rationals, Rationals());
+    EXPECT_EQ(tag.integers, (IntegerList{50, -7, 8}));
+    EXPECT_EQ(tag.rationals, RationalList());
 }
 
 TEST_F(PrintAllParser, SkipsALineOfTwoWords) {
@@ -105,7 +103,7 @@ TEST_F(PrintAllParser, KeepsBytesThatAreNotUtf8AndNulBytes) {
     const CliExifTag tag = parsedTag("K Ascii 1 " + value + "\n", "K");
 
     EXPECT_EQ(tag.value, value);
-    EXPECT_EQ(tag.integers, Integers{8});
+    EXPECT_EQ(tag.integers, IntegerList{8});
 }
 
 TEST_F(PrintAllParser, ReadsCrLfLineEndsLikeLfLineEnds) {
@@ -165,7 +163,7 @@ TEST_F(PrintAllParser, KeepsEveryEntryOfALongOutput) {
         ASSERT_NE(tag, nullptr) << key;
         EXPECT_EQ(tag->key, key);
         EXPECT_EQ(tag->value, std::to_string(i));
-        EXPECT_EQ(tag->integers, Integers{i});
+        EXPECT_EQ(tag->integers, IntegerList{i});
     }
 }
 
@@ -290,21 +288,21 @@ TEST_F(PrintAllParser, SkipsUnreadableWordsOfARationalValue) {
     const CliExifTag tag = parsedTag(
         "Exif.Photo.FNumber SRational 5 1/0 /5 5/ 3/4/5 -7/2 / x/y 1/-x 12", "Exif.Photo.FNumber");
 
-    EXPECT_EQ(tag.rationals, (Rationals{{1, 0}, {-7, 2}}));
-    EXPECT_EQ(tag.integers, Integers());
+    EXPECT_EQ(tag.rationals, (RationalList{{1, 0}, {-7, 2}}));
+    EXPECT_EQ(tag.integers, IntegerList());
     EXPECT_EQ(record.fNumber, std::numeric_limits<float>::infinity());
 }
 
 TEST_F(PrintAllParser, WrapsNumbersThatDoNotFit) {
     const CliExifTag tag = parsedTag("K Rational 1 18446744073709551617/-9223372036854775809", "K");
 
-    EXPECT_EQ(tag.rationals, (Rationals{{1, std::numeric_limits<std::int64_t>::max()}}));
+    EXPECT_EQ(tag.rationals, (RationalList{{1, std::numeric_limits<std::int64_t>::max()}}));
 }
 
 TEST_F(PrintAllParser, ReadsNoIntegersFromARationalType) {
     EXPECT_TRUE(parsePrintAllOutput("Exif.Photo.LensSpecification Rational 4 24 70 0 0", record));
 
-    EXPECT_EQ(record.find("Exif.Photo.LensSpecification")->integers, Integers());
+    EXPECT_EQ(record.find("Exif.Photo.LensSpecification")->integers, IntegerList());
     EXPECT_EQ(record.lensId, -1);
 }
 
