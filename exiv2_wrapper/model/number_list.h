@@ -14,23 +14,22 @@ namespace exiv2_wp::internal {
 /// Numerator and denominator; the denominator may be 0.
 using Rational = std::pair<std::int64_t, std::int64_t>;
 
-/// The numbers among the words of `text`: whole numbers, or rationals of the form "1/2". A word
-/// counts when all of it is such a number; others are skipped.
+/// Appends the numbers among the words of `text`: whole numbers, or rationals of the form "1/2". A
+/// word counts when all of it is such a number; others are skipped.
 void readNumbers(std::string_view text, std::vector<std::int64_t>& numbers);
 void readNumbers(std::string_view text, std::vector<Rational>& numbers);
 
-/// The numbers in a text. A list never changes, but is read when it is first asked for: few are,
-/// and a dump in a maker note holds thousands. Any threads may ask at once. Asking raises nothing
-/// but std::bad_alloc, and the next one who asks tries again.
+/// The numbers in a text. They never change, but are read by the first question for them: few lists
+/// are ever asked, and the dump of a maker note holds thousands of numbers. Any threads may ask at
+/// once. A question raises nothing but std::bad_alloc; the next one then reads again.
 template <typename Number>
 class NumberList {
 public:
-    using value_type = Number;
     using const_iterator = const Number*;
     using iterator = const_iterator;
 
     NumberList() = default;
-    /// `text` stays what it is for as long as the list or a copy lives.
+    /// `text` outlives the list and its copies.
     explicit NumberList(std::string_view text) : text_(text) {}
     explicit NumberList(const std::vector<Number>& numbers) : read_(new Numbers(numbers)) {}
     NumberList(std::initializer_list<Number> numbers) : read_(new Numbers(numbers)) {}
