@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <fstream>
 
@@ -91,6 +92,21 @@ TEST_F(PosixCalls, LeaveTheTimeOfTheLastReading) {
     ASSERT_EQ(::stat(photo.c_str(), &after), 0);
     EXPECT_EQ(after.st_atim.tv_sec, 1000000);
     EXPECT_EQ(after.st_mtim.tv_sec, 2000000);
+}
+
+// Without the right to act as the owner of any file, the system refuses to leave that time alone.
+TEST_F(PosixCalls, ReadPhotosOfOtherOwners) {
+    constexpr ::uid_t kNobody = 65534;
+    const std::string asSomebodyElse =
+        "exec setpriv --inh-caps=-fowner --bounding-set=-fowner -- \"$@\"";
+    const fs::path photo = makePhoto("photo.jpg", {});
+    const ProgramResult expected = call({"-PXEkycv", "-q", photo});
+    if (::chown(photo.c_str(), kNobody, static_cast<::gid_t>(-1)) != 0 ||
+        inShell(asSomebodyElse, {"--version"}).exitCode != 0) {
+        GTEST_SKIP() << "Only root can give a photo away, and his rights up";
+    }
+
+    EXPECT_EQ(inShell(asSomebodyElse, {"-PXEkycv", "-q", photo}), expected);
 }
 
 TEST_F(PosixCalls, SayThatTheOutputIsFull) {
