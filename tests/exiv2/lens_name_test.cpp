@@ -33,6 +33,7 @@ const KnownLensCase kKnownLenses[] = {
     {"Dashes", "----", ""},
     {"NotAvailable", "n/a", ""},
     {"None", "None", ""},
+    {"NoLens", "No Lens", ""},
     {"Unknown", "Unknown", ""},
     {"UnknownWithNumber", "Unknown Lens (255)", ""},
     {"UnknownInSmallLetters", "unknown", ""},

@@ -6,8 +6,6 @@
 #include <span>
 #include <string_view>
 
-#include "exiv2/libexiv2.h"
-
 namespace exiv2_tool {
 namespace {
 
@@ -63,6 +61,15 @@ std::string fileOf(Exiv2::Image& image) {
     return {bytes.begin(), bytes.end()};
 }
 
+template <typename Change>
+std::string changed(const std::string& image, const Change& change) {
+    const Bytes bytes(image.begin(), image.end());
+    const ImagePointer opened = openImage(bytes);
+    opened->readMetadata();
+    change(*opened);
+    return fileOf(*opened);
+}
+
 }  // namespace
 
 void PrintTo(const PixelSize& size, std::ostream* stream) {
@@ -109,15 +116,18 @@ std::string photoBytes(const PhotoContents& contents) {
 }
 
 std::string withEntry(const std::string& image, const std::string& key, const std::string& value) {
-    const Bytes bytes(image.begin(), image.end());
-    const ImagePointer opened = openImage(bytes);
-    opened->readMetadata();
-    if (key.starts_with("Xmp.")) {
-        opened->xmpData()[key] = value;
-    } else {
-        opened->exifData()[key] = value;
-    }
-    return fileOf(*opened);
+    return changed(image, [&](Exiv2::Image& opened) {
+        if (key.starts_with("Xmp.")) {
+            opened.xmpData()[key] = value;
+        } else {
+            opened.exifData()[key] = value;
+        }
+    });
+}
+
+std::string withEntry(const std::string& image, const std::string& key, const Exiv2::Value& value) {
+    return changed(
+        image, [&](Exiv2::Image& opened) { opened.exifData().add(Exiv2::ExifKey(key), &value); });
 }
 
 }  // namespace exiv2_tool

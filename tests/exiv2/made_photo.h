@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "exiv2/libexiv2.h"
 #include "exiv2/preview_choice.h"
 
 /// Photos made for a test, so that most tests need none of a camera's.
@@ -32,5 +33,8 @@ std::string photoBytes(const PhotoContents& contents);
 
 /// The bytes of an image (JPEG, PNG, ...) to which this entry has been added.
 std::string withEntry(const std::string& image, const std::string& key, const std::string& value);
+
+/// The same with an Exif entry of any type.
+std::string withEntry(const std::string& image, const std::string& key, const Exiv2::Value& value);
 
 }  // namespace exiv2_tool

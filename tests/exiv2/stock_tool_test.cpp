@@ -147,6 +147,8 @@ TEST_F(BesideStockTool, PrintsTheSameOfImagesOfOtherKinds) {
         "H\xaf\xa4q\0\0\0\0IEND\xae"
         "B`\x82",
         67);
+    const auto signedBytes = Exiv2::Value::create(Exiv2::signedByte);
+    ASSERT_EQ(signedBytes->read("-128 -1 0 127"), 0);
     const std::string sidecar =
         "<?xpacket begin='\xef\xbb\xbf' id='W5M0MpCehiHzreSzNTczkc9d'?>"
         "<x:xmpmeta xmlns:x='adobe:ns:meta/'>"
@@ -161,6 +163,7 @@ TEST_F(BesideStockTool, PrintsTheSameOfImagesOfOtherKinds) {
              {"bag.jpg", withEntry(jpeg, "Xmp.dc.subject", "a keyword")},
              {"comment.jpg", withEntry(jpeg, "Exif.Photo.UserComment", "charset=Ascii Comment")},
              {"float.jpg", withEntry(jpeg, "Exif.Image.0xc71a", "1")},
+             {"signed.jpg", withEntry(jpeg, "Exif.Photo.SceneType", *signedBytes)},
              {"bare.png", png},
              {"xmp.png", withEntry(png, "Xmp.xmp.Rating", "4")},
              {"exif.png", withEntry(png, "Exif.Image.Model", "A camera")},
