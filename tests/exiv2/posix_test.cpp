@@ -103,7 +103,7 @@ TEST_F(PosixCalls, ReadPhotosOfOtherOwners) {
     const ProgramResult expected = call({"-PXEkycv", "-q", photo});
     if (::chown(photo.c_str(), kNobody, static_cast<::gid_t>(-1)) != 0 ||
         inShell(asSomebodyElse, {"--version"}).exitCode != 0) {
-        GTEST_SKIP() << "Only root can give a photo away, and his rights up";
+        GTEST_SKIP() << "Only root can give a photo to another owner, and drop a right";
     }
 
     EXPECT_EQ(inShell(asSomebodyElse, {"-PXEkycv", "-q", photo}), expected);
