@@ -100,8 +100,8 @@ void takeEntries(std::string_view& output, std::vector<PrintedLine>& entries) {
     }
 }
 
-// Adds entries to a record. Most of the time that a print-out takes goes to allocations, so all
-// texts of a portion are kept in one.
+// Adds entries to a record. Allocations take a good part of the time, so all texts of a portion are
+// kept in one.
 class EntryKeeper {
 public:
     explicit EntryKeeper(CliExifMetadata& record) : record_(record) {}

@@ -9,6 +9,7 @@
 #include "exiv2_wrapper/exiv2_wrapper.h"
 #include "support/current_directory.h"
 #include "support/log_capture.h"
+#include "support/skip_or_fail.h"
 
 namespace exiv2_tool {
 namespace {
@@ -103,7 +104,7 @@ TEST_F(PosixCalls, ReadPhotosOfOtherOwners) {
     const ProgramResult expected = call({"-PXEkycv", "-q", photo});
     if (::chown(photo.c_str(), kNobody, static_cast<::gid_t>(-1)) != 0 ||
         inShell(asSomebodyElse, {"--version"}).exitCode != 0) {
-        GTEST_SKIP() << "Only root can give a photo to another owner, and drop a right";
+        SKIP_OR_FAIL("only root can give a photo to another owner, and drop a right");
     }
 
     EXPECT_EQ(inShell(asSomebodyElse, {"-PXEkycv", "-q", photo}), expected);

@@ -209,12 +209,13 @@ TEST(Record, IsOutlivedByItsCopies) {
     CliExifMetadata copy;
     {
         CliExifMetadata record;
-        ASSERT_TRUE(parsePrintAllOutput("Exif.Image.Make Ascii 6 The maker of the camera", record));
+        ASSERT_TRUE(parsePrintAllOutput("Exif.Image.Make Ascii 6 The maker of 7 cameras", record));
         copy = record;
     }
     const CliExifTag* const tag = copy.find("Exif.Image.Make");
     ASSERT_NE(tag, nullptr);
-    EXPECT_EQ(tag->value, "The maker of the camera");
+    EXPECT_EQ(tag->value, "The maker of 7 cameras");
+    EXPECT_EQ(tag->integers, IntegerList{7});
 }
 
 struct CountCase {
